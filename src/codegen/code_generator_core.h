@@ -1,0 +1,137 @@
+// Translation of expressions and statements to C++ text.
+//
+// Base of CodeGenerator, which sets the tables and calls generateExpr and generateStmt for every
+// body. Text goes straight into the main stream; nothing is reported: what cannot be translated
+// becomes a C++ comment or a default value, and g++ has the last word. Every operation leaves
+// the indentation level as it found it.
+//
+//     TextStream mainStream, importStream;
+//     int indentLevel = 0;
+//     CodeGeneratorCore core(mainStream, importStream, indentLevel);
+//     core.generateExpr(expression);   // a + 1 gives (a + 1)
+#pragma once
+
+#include "codegen/text_stream.h"
+#include "frontend/syntax_tree.h"
+
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace Orvane {
+
+// Names in byte order, found by string_view without a copy.
+using NameSet = std::set<std::string, std::less<>>;
+using NameMap = std::map<std::string, std::string, std::less<>>;
+
+class CodeGeneratorCore {
+public:
+    struct ClassMethodInfo {
+        std::string returnType;
+        std::vector<std::pair<std::string, std::string>> params; // type, name
+        bool isConstructor = false; // stores parameters named like fields into the instance
+    };
+    struct ClassInfo {
+        NameSet fieldNames;
+        std::map<std::string, ClassMethodInfo, std::less<>> methods;
+    };
+    using ClassTable = std::map<std::string, ClassInfo, std::less<>>;
+
+    CodeGeneratorCore(TextStream& mainStream, TextStream& importStream, int& indentLevel);
+    CodeGeneratorCore(const CodeGeneratorCore&) = delete;
+    CodeGeneratorCore& operator=(const CodeGeneratorCore&) = delete;
+    virtual ~CodeGeneratorCore() = default;
+
+    // The tables that translation looks names up in; any may stay null. The owner keeps them alive.
+    void setTables(const ClassTable* classTable, NameMap* variableClasses,
+                   const NameSet* functions);
+
+    // indentLevel times four spaces, the text and a line break, to the main stream.
+    void addLine(std::string_view text);
+
+    // One expression, in the place where the stream stands; nothing for null.
+    void generateExpr(const Expr* expr);
+    // One statement with its line breaks; nothing for null.
+    void generateStmt(const Stmt* stmt);
+
+    // The text as the inside of a C++ string literal.
+    static std::string escapeString(std::string_view text);
+
+    // Adds the names of all functions called anywhere inside, filter functions of ranges included.
+    static void collectCalls(const Expr* expr, NameSet& names);
+    static void collectCalls(const Stmt* stmt, NameSet& names);
+    static void collectCalls(const StmtList& statements, NameSet& names);
+
+    // Follows the map from a name until it ends; stops where a name comes up a second time.
+    static std::string resolveType(std::string_view name, const NameMap& typeMap);
+    // The C++ type for a declared type: int, double, std::string, bool, or Value for all others.
+    static std::string generateVarDeclType(std::string_view name, const NameMap& typeMap);
+
+    // The deepest indentation that is written, in levels. Only a ladder of else-ifs gets there:
+    // each rung is written inside the one before, and without a bound its text would grow with the
+    // square of its length. Everything that the parser lets through otherwise nests less deeply.
+    static constexpr int maxIndent = 1000;
+
+protected:
+    // ---- Expressions (expressions.cpp) ----
+    void genLiteral(const LiteralExpr& literal);
+    void genIdentifier(const IdentifierExpr& identifier);
+    void genBinary(const BinaryExpr& binary);
+    void genUnary(const UnaryExpr& unary);
+    void genTernary(const TernaryExpr& ternary);
+    void genIndex(const IndexExpr& index);
+    void genCall(const CallExpr& call);
+    void genArray(const ArrayExpr& array);
+    void genObjectCtor(const ObjectCtorExpr& object);
+    void genListComp(const ListComprehensionExpr& comprehension);
+    void genRange(const RangeExpr& range);
+    void genIs(const IsExpr& test);
+    void genHave(const HaveExpr& test);
+    void genTherebe(const TherebeExpr& test);
+
+    // ---- Statements (statements.cpp) ----
+    void genExprStmt(const ExprStmt& stmt);
+    void genVarDecl(const VarDeclStmt& stmt);
+    void genIf(const IfStmt& stmt);
+    void genBlock(const BlockStmt& stmt);
+    void genWhile(const WhileStmt& stmt);
+    void genFor(const ForStmt& stmt);
+    void genReturn(const ReturnStmt& stmt);
+    void genThrow(const ThrowStmt& stmt);
+    void genTry(const TryStmt& stmt);
+    void genDefer(const DeferStmt& stmt);
+    void genExpect(const ExpectStmt& stmt);
+    void genWhen(const WhenStmt& stmt);
+    void generateBody(const StmtList& statements); // at the level that stands
+
+    // The spaces of the current level, without a line break behind them.
+    void writeIndent();
+
+    TextStream& out;    // main.cpp
+    TextStream& auxOut; // import.hpp
+    int& indentLevel;   // owned by the caller of the generator
+    const ClassTable* classes = nullptr;
+    NameMap* varClasses = nullptr;           // variable or alias name -> declared type name
+    const NameSet* knownFunctions = nullptr; // functions of the program
+    std::string
+        allElementName;    // the collection of the broadcast assignment being written, or empty
+    int uniqueCounter = 0; // numbers the locals of `when` and `defer`; only grows
+};
+
+// Raises the indentation level for the lifetime of a scope.
+class IndentScope {
+public:
+    explicit IndentScope(int& level_, int by_ = 1) : level(level_), by(by_) { level += by; }
+    IndentScope(const IndentScope&) = delete;
+    IndentScope& operator=(const IndentScope&) = delete;
+    ~IndentScope() { level -= by; }
+
+private:
+    int& level;
+    int by;
+};
+
+} // namespace Orvane
