@@ -1,0 +1,306 @@
+#include "codegen/runtime_value.h"
+
+namespace Orvane {
+
+// Neighbouring literals are joined by the C++ compiler: one block per group of members.
+static constexpr std::string_view valueText =
+    R"cpp(struct Value {
+    std::string typeName = "null";
+    long long intVal = 0;
+    double floatVal = 0.0;
+    std::string stringVal;
+    bool boolVal = false;
+    std::vector<Value> arrayVal;
+    std::map<std::string, Value> mapVal;
+    void* handleVal = nullptr;
+
+    Value() {}
+    Value(int number) : typeName("int"), intVal(number) {}
+    Value(long long number) : typeName("int"), intVal(number) {}
+    Value(double number) : typeName("double"), floatVal(number) {}
+    Value(const std::string& text) : typeName("string"), stringVal(text) {}
+    Value(std::string&& text) : typeName("string"), stringVal(std::move(text)) {}
+    Value(const char* text) : typeName(text ? "string" : "null"), stringVal(text ? text : "") {}
+    Value(bool truth) : typeName("bool"), boolVal(truth) {}
+    Value(const std::vector<Value>& elements) : typeName("array"), arrayVal(elements) {}
+    Value(std::vector<Value>&& elements) : typeName("array"), arrayVal(std::move(elements)) {}
+    Value(const std::map<std::string, Value>& entries) : typeName("map"), mapVal(entries) {}
+    Value(std::map<std::string, Value>&& entries) : typeName("map"), mapVal(std::move(entries)) {}
+    Value(const std::string& type, const std::string& v) : typeName(type), stringVal(v) {}
+
+    static Value makeObject(const std::string& type) {
+        Value made;
+        made.typeName = type;
+        return made;
+    }
+    static Value makeHandle(void* h) {
+        Value made;
+        made.typeName = "handle";
+        made.handleVal = h;
+        return made;
+    }
+    static Value makeFunction(const std::string& name) { return Value("function", name); }
+    static Value makeArray(const std::string& type, const std::vector<Value>& elements) {
+        Value made(elements);
+        made.typeName = type;
+        return made;
+    }
+
+)cpp"
+    R"cpp(    bool is(const std::string& type) const { return typeName == type; }
+    bool isNull() const { return typeName == "null"; }
+    bool isInt() const { return typeName == "int"; }
+    bool isFloat() const { return typeName == "double"; }
+    bool isString() const { return typeName == "string"; }
+    bool isBool() const { return typeName == "bool"; }
+    bool isArray() const { return typeName == "array"; }
+    bool isContainer() const { return typeName == "container" || isArray(); }
+    bool isMap() const { return typeName == "map"; }
+    bool isHandle() const { return typeName == "handle"; }
+    bool isColor() const { return typeName == "color"; }
+    bool isFunction() const { return typeName == "function"; }
+    bool isObject() const {
+        return !(isNull() || isInt() || isFloat() || isString() || isBool() || isContainer() ||
+                 isMap() || isHandle() || isColor() || isFunction());
+    }
+    bool isNumber() const { return isInt() || isFloat(); }
+
+    // Accessors give the payload as it stands; none of them converts.
+    int asInt() const { return static_cast<int>(intVal); }
+    double asFloat() const { return floatVal; }
+    std::string asString() const { return stringVal; }
+    bool asBool() const { return boolVal; }
+    std::vector<Value> asArray() const { return arrayVal; }
+    void* asHandle() const { return handleVal; }
+
+    // Operands of the arithmetic: numbers convert to each other, all else counts as the fallback.
+    double numberOr(double fallback) const {
+        return isInt() ? static_cast<double>(intVal) : isFloat() ? floatVal : fallback;
+    }
+    long long wholeOr(long long fallback) const {
+        return isInt() ? intVal : isFloat() ? static_cast<long long>(floatVal) : fallback;
+    }
+
+    explicit operator int() const { return asInt(); }
+    explicit operator double() const { return asFloat(); }
+    explicit operator bool() const { return asBool(); }
+    explicit operator std::string() const { return asString(); }
+    explicit operator long long() const { return wholeOr(0); }
+
+)cpp"
+    R"cpp(    // Reading "text" of a window handle turns this value into a string, in place.
+    Value& operator[](const std::string& key) {
+        if (isHandle() && handleVal && key == "text") {
+            static thread_local std::string buffer;
+            HWND window = static_cast<HWND>(handleVal);
+            int length = GetWindowTextLengthA(window);
+            buffer.resize(static_cast<size_t>(length));
+            length = GetWindowTextA(window, &buffer[0], length + 1);
+            stringVal.assign(buffer, 0, static_cast<size_t>(length));
+            typeName = "string";
+            return *this;
+        }
+        return mapVal[key];
+    }
+    const Value& operator[](const std::string& key) const { return mapVal.at(key); }
+    Value& operator[](size_t index) { return arrayVal[index]; }
+    const Value& operator[](size_t index) const { return arrayVal[index]; }
+
+    Value& operator[](const char* key) { return (*this)[std::string(key)]; }
+    const Value& operator[](const char* key) const { return (*this)[std::string(key)]; }
+    template <typename Number, typename = std::enable_if_t<std::is_arithmetic<Number>::value>>
+    Value& operator[](Number index) {
+        return arrayVal[static_cast<size_t>(index)];
+    }
+    template <typename Number, typename = std::enable_if_t<std::is_arithmetic<Number>::value>>
+    const Value& operator[](Number index) const {
+        return arrayVal[static_cast<size_t>(index)];
+    }
+    // A number is a position, anything else the name of an entry.
+    Value& operator[](const Value& index) {
+        if (index.isNumber()) return arrayVal.at(static_cast<size_t>(index.wholeOr(0)));
+        return (*this)[index.toString()];
+    }
+    const Value& operator[](const Value& index) const {
+        if (index.isNumber()) return arrayVal.at(static_cast<size_t>(index.wholeOr(0)));
+        return (*this)[index.toString()];
+    }
+
+    // Calling a value does nothing; its arguments are evaluated.
+    template <typename... Arguments>
+    Value operator()(const Arguments&...) const {
+        return Value();
+    }
+
+    bool has(const std::string& key) const { return mapVal.count(key) > 0; }
+
+    std::string toString() const {
+        std::string text;
+        appendTo(text);
+        return text;
+    }
+    void appendTo(std::string& text) const {
+        if (isNull()) {
+            text += "null";
+        } else if (isInt()) {
+            text += std::to_string(intVal);
+        } else if (isFloat()) {
+            text += std::to_string(floatVal);
+        } else if (isString() || isColor()) {
+            text += stringVal;
+        } else if (isBool()) {
+            text += boolVal ? "true" : "false";
+        } else if (isContainer()) {
+            appendElements(text);
+        } else if (isMap() || isObject()) {
+            appendEntries(text);
+        } else if (isHandle()) {
+            text += "[handle]";
+        } else if (isFunction()) {
+            text += "[function:" + stringVal + "]";
+        } else {
+            text += "[" + typeName + "]";
+        }
+    }
+    void appendElements(std::string& text) const {
+        text += "[";
+        const char* separator = "";
+        for (const Value& element : arrayVal) {
+            text += separator;
+            element.appendTo(text);
+            separator = ", ";
+        }
+        text += "]";
+    }
+    void appendEntries(std::string& text) const {
+        text += "{";
+        const char* separator = "";
+        for (const auto& entry : mapVal) {
+            text += separator + entry.first + ": ";
+            entry.second.appendTo(text);
+            separator = ", ";
+        }
+        text += "}";
+    }
+    const char* c_str() const { return toString().c_str(); }
+
+)cpp"
+    R"cpp(    // The binary operators take either operand in any form that a value can be made of.
+    friend Value operator+(const Value& left, const Value& right) {
+        if (left.isNumber() && right.isNumber()) return left.numberOr(0.0) + right.numberOr(0.0);
+        std::string text;
+        text.reserve(left.stringVal.size() + right.stringVal.size());
+        left.appendTo(text);
+        right.appendTo(text);
+        return Value(std::move(text));
+    }
+    // A chain of + appends to the text of its first link.
+    friend Value operator+(Value&& left, const Value& right) {
+        if (!left.isString()) return static_cast<const Value&>(left) + right;
+        right.appendTo(left.stringVal);
+        return Value(std::move(left.stringVal));
+    }
+    // Only int: a literal 0 on the left would otherwise be taken as a null const char*.
+    template <typename Number, typename = std::enable_if_t<std::is_same<Number, int>::value>>
+    friend Value operator+(Number left, const Value& right) {
+        return Value(left) + right;
+    }
+    friend Value operator-(const Value& left, const Value& right) {
+        if (left.isInt() && right.isInt()) return left.intVal - right.intVal;
+        return left.numberOr(0.0) - right.numberOr(0.0);
+    }
+    friend Value operator*(const Value& left, const Value& right) {
+        if (left.isInt() && right.isInt()) return left.intVal * right.intVal;
+        return left.numberOr(0.0) * right.numberOr(0.0);
+    }
+    friend Value operator/(const Value& left, const Value& right) {
+        double divisor = right.numberOr(1.0);
+        return divisor == 0.0 ? Value(0.0) : Value(left.numberOr(0.0) / divisor);
+    }
+    friend Value operator%(const Value& left, const Value& right) {
+        long long divisor = right.wholeOr(1);
+        // Every number divides by -1 without remainder; the processor traps on the smallest one.
+        if (divisor == 0 || divisor == -1) return Value(0);
+        return left.wholeOr(0) % divisor;
+    }
+    Value operator-() const {
+        if (isInt()) return -intVal;
+        if (isFloat()) return -floatVal;
+        return Value(0);
+    }
+
+    // Equality is for plain values: null, lists, maps, handles, functions and objects are equal to
+    // nothing, not even to themselves.
+    friend bool operator==(const Value& left, const Value& right) {
+        if (left.typeName != right.typeName) return false;
+        if (left.isInt()) return left.intVal == right.intVal;
+        if (left.isFloat()) return left.floatVal == right.floatVal;
+        if (left.isString() || left.isColor()) return left.stringVal == right.stringVal;
+        if (left.isBool()) return left.boolVal == right.boolVal;
+        return false;
+    }
+    friend bool operator!=(const Value& left, const Value& right) { return !(left == right); }
+    friend bool operator<(const Value& left, const Value& right) {
+        if (left.typeName != right.typeName) return false;
+        if (left.isInt()) return left.intVal < right.intVal;
+        if (left.isFloat()) return left.floatVal < right.floatVal;
+        if (left.isString()) return left.stringVal < right.stringVal;
+        return false;
+    }
+    friend bool operator>(const Value& left, const Value& right) { return right < left; }
+    friend bool operator<=(const Value& left, const Value& right) { return !(right < left); }
+    friend bool operator>=(const Value& left, const Value& right) { return !(left < right); }
+};
+
+)cpp"
+    R"cpp(// A number in front of a text (a char is joined to a std::string by the C++ library).
+template <typename Number,
+          typename = std::enable_if_t<std::is_arithmetic<Number>::value &&
+                                      !std::is_same<Number, char>::value>>
+inline Value operator+(Number left, const std::string& right) {
+    return Value(left) + Value(right);
+}
+inline Value operator+(const char* left, const Value& right) {
+    return Value(Value(left).toString() + right.toString());
+}
+inline Value operator+(std::string left, const Value& right) {
+    right.appendTo(left);
+    return Value(std::move(left));
+}
+
+)cpp";
+
+static constexpr std::string_view acpText =
+    R"cpp(// UTF-8 -> ANSI (ACP)
+inline std::string utf8_to_acp(const std::string& u8) {
+    if (u8.empty()) return std::string();
+    int bytes = static_cast<int>(u8.size());
+    int units = MultiByteToWideChar(CP_UTF8, 0, u8.data(), bytes, NULL, 0);
+    std::wstring wide(static_cast<size_t>(units), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, u8.data(), bytes, &wide[0], units);
+    bytes = WideCharToMultiByte(CP_ACP, 0, wide.data(), units, NULL, 0, NULL, NULL);
+    std::string ansi(static_cast<size_t>(bytes), '\0');
+    WideCharToMultiByte(CP_ACP, 0, wide.data(), units, &ansi[0], bytes, NULL, NULL);
+    return ansi;
+}
+)cpp";
+
+static constexpr std::string_view wideText =
+    R"cpp(// UTF-8 -> wide
+inline std::wstring utf8_to_wide(const std::string& u8) {
+    if (u8.empty()) return std::wstring();
+    int bytes = static_cast<int>(u8.size());
+    int units = MultiByteToWideChar(CP_UTF8, 0, u8.data(), bytes, NULL, 0);
+    std::wstring wide(static_cast<size_t>(units), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, u8.data(), bytes, &wide[0], units);
+    return wide;
+}
+)cpp";
+
+std::string_view runtimeValueText() { return valueText; }
+
+std::string_view utf8ToAcpText() { return acpText; }
+
+std::string_view utf8ToWideText() { return wideText; }
+
+} // namespace Orvane
