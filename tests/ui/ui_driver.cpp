@@ -1,0 +1,359 @@
+// ui_driver.exe PROGRAM: starts a GUI program and works it from outside. Commands stand on standard
+// input (UTF-8), one per line, blank lines and lines that begin with # apart; results go to
+// standard output. IDs are those of the controls (1001, 1002, ... in the order of their
+// declaration); a line break in a text is written \n. The exit code is 1 when a command failed, and
+// then the program is ended.
+//
+//   window PART          waits for the window with PART in its title; the commands below work on it
+//   controls             lists its controls: ID, class, place in the window, size, style, text
+//   text ID              prints a control's text (ID 0: the window's title)
+//   expect ID TEXT       waits until the control's text is TEXT
+//   click ID             presses a button, and waits for nothing
+//   settext ID TEXT      replaces a text; an entry tells its program
+//   type ID TEXT         types into a control, character by character
+//   select ID INDEX      selects a line of a list box or combo box, as a user does it
+//   command ID [CODE]    sends WM_COMMAND: a menu entry, or a control's notification
+//   send ID MSG W L      sends any message (numbers) and prints the answer
+//   items ID             prints the lines of a list box or combo box, or the pages of a tab control
+//   checked ID           prints 1 for a ticked check box or radio button, else 0
+//   messagebox [BUTTON]  waits for a message box, prints it, closes it with the button ID (1: OK)
+//   nomessagebox         fails when a message box is open
+//   mouse ID             clicks with the mouse on the middle of a control (needs a screen)
+//   doubleclick ID       the same, twice
+//   pixel ID X Y         prints the colour that the screen shows there (needs a screen)
+//   sleep MILLISECONDS
+//   close                asks the window to close
+//   exit                 waits for the end of the program and prints its exit code
+
+#include "program_under_test.h"
+
+#include <commctrl.h>
+
+#include <cstdio>
+#include <iostream>
+#include <map>
+#include <sstream>
+#include <stdexcept>
+
+namespace {
+
+struct Session {
+    const ProgramUnderTest& program;
+    HWND window;
+};
+
+using Arguments = std::istringstream;
+using Failure = std::runtime_error;
+
+std::string escaped(const std::string& text) {
+    std::string result;
+    for (const char character : text) {
+        if (character == '\n')
+            result += "\\n";
+        else if (character == '\r')
+            result += "\\r";
+        else if (character == '\\')
+            result += "\\\\";
+        else
+            result += character;
+    }
+    return result;
+}
+
+std::string restOf(Arguments& arguments) {
+    std::string rest;
+    std::getline(arguments >> std::ws, rest);
+    return rest;
+}
+
+HWND control(const Session& session, int id) {
+    const HWND found = id == 0 ? session.window : GetDlgItem(session.window, id);
+    if (!found) throw Failure("no control " + std::to_string(id));
+    return found;
+}
+
+HWND readControl(const Session& session, Arguments& arguments, int& id) {
+    if (!(arguments >> id)) throw Failure("a control's ID is needed");
+    return control(session, id);
+}
+
+HWND readControl(const Session& session, Arguments& arguments) {
+    int id = 0;
+    return readControl(session, arguments, id);
+}
+
+void post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!PostMessageW(window, message, wParam, lParam)) throw Failure("the window is gone");
+}
+
+// The notification that a control sends to its window.
+void notify(const Session& session, int id, int code) {
+    const HWND sender = id == 0 ? nullptr : GetDlgItem(session.window, id);
+    post(session.window, WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(sender));
+}
+
+void runWindow(Session& session, Arguments& arguments) {
+    session.window = session.program.waitForWindow(restOf(arguments), 10000);
+    if (!session.window) throw Failure("no such window");
+    std::printf("window: %s\n", escaped(windowText(session.window)).c_str());
+}
+
+void printControl(HWND window, HWND child) {
+    RECT area;
+    GetWindowRect(child, &area);
+    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&area), 2);
+    std::printf("%d %s %ld,%ld %ldx%ld style=%08lx text=%s\n", GetDlgCtrlID(child),
+                windowClass(child).c_str(), area.left, area.top, area.right - area.left,
+                area.bottom - area.top,
+                static_cast<unsigned long>(GetWindowLongW(child, GWL_STYLE)),
+                escaped(windowText(child)).c_str());
+}
+
+void runControls(Session& session, Arguments&) {
+    for (const HWND child : childWindows(session.window)) printControl(session.window, child);
+}
+
+void runText(Session& session, Arguments& arguments) {
+    int id = 0;
+    const HWND target = readControl(session, arguments, id);
+    std::printf("%d text: %s\n", id, escaped(windowText(target)).c_str());
+}
+
+void runExpect(Session& session, Arguments& arguments) {
+    int id = 0;
+    const HWND target = readControl(session, arguments, id);
+    const std::string wanted = restOf(arguments);
+    const DWORD start = GetTickCount();
+    std::string text = escaped(windowText(target));
+    while (text != wanted && GetTickCount() - start < 3000) {
+        Sleep(20);
+        text = escaped(windowText(target));
+    }
+    if (text != wanted) throw Failure("the text is '" + text + "'");
+    std::printf("%d text: %s\n", id, text.c_str());
+}
+
+// Posted, not sent: a handler that shows a message box would keep a sender waiting.
+void runClick(Session& session, Arguments& arguments) {
+    post(readControl(session, arguments), BM_CLICK, 0, 0);
+}
+
+void runSetText(Session& session, Arguments& arguments) {
+    const HWND target = readControl(session, arguments);
+    const std::wstring text = toWide(restOf(arguments));
+    sendMessage(target, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+void runType(Session& session, Arguments& arguments) {
+    const HWND target = readControl(session, arguments);
+    for (const wchar_t character : toWide(restOf(arguments)))
+        sendMessage(target, WM_CHAR, character, 1);
+}
+
+bool isListBox(HWND window) { return _stricmp(windowClass(window).c_str(), "LISTBOX") == 0; }
+
+// Selecting by message does not notify the program as a user's click does, so that follows.
+void runSelect(Session& session, Arguments& arguments) {
+    int id = 0, index = 0;
+    const HWND target = readControl(session, arguments, id);
+    arguments >> index;
+    const bool list = isListBox(target);
+    const UINT message = list ? LB_SETCURSEL : CB_SETCURSEL;
+    if (sendMessage(target, message, static_cast<WPARAM>(index), 0) != index)
+        throw Failure("no such line");
+    notify(session, id, list ? LBN_SELCHANGE : CBN_SELCHANGE);
+}
+
+void runCommand(Session& session, Arguments& arguments) {
+    int id = 0, code = 0;
+    arguments >> id >> code;
+    notify(session, id, code);
+}
+
+void runSend(Session& session, Arguments& arguments) {
+    int id = 0;
+    UINT message = 0;
+    long long wParam = 0, lParam = 0;
+    const HWND target = readControl(session, arguments, id);
+    if (!(arguments >> message >> wParam >> lParam)) throw Failure("three numbers are needed");
+    const LRESULT answer =
+        sendMessage(target, message, static_cast<WPARAM>(wParam), static_cast<LPARAM>(lParam));
+    std::printf("%d answer: %lld\n", id, static_cast<long long>(answer));
+}
+
+std::string lineText(HWND target, bool list, int index) {
+    wchar_t text[1024] = L"";
+    sendMessage(target, list ? LB_GETTEXT : CB_GETLBTEXT, static_cast<WPARAM>(index),
+                reinterpret_cast<LPARAM>(text));
+    return toUtf8(text);
+}
+
+void runItems(Session& session, Arguments& arguments) {
+    int id = 0;
+    const HWND target = readControl(session, arguments, id);
+    const bool tab = windowClass(target) == "SysTabControl32", list = isListBox(target);
+    const UINT countMessage = tab ? TCM_GETITEMCOUNT : list ? LB_GETCOUNT : CB_GETCOUNT;
+    const UINT selectionMessage = tab ? TCM_GETCURSEL : list ? LB_GETCURSEL : CB_GETCURSEL;
+    std::printf("%d selected=%d items:", id,
+                static_cast<int>(sendMessage(target, selectionMessage, 0, 0)));
+    const int count = static_cast<int>(sendMessage(target, countMessage, 0, 0));
+    for (int index = 0; index < count; ++index) {
+        const std::string text =
+            tab ? session.program.tabItemText(target, index) : lineText(target, list, index);
+        std::printf(" [%s]", escaped(text).c_str());
+    }
+    std::printf("\n");
+}
+
+void runChecked(Session& session, Arguments& arguments) {
+    int id = 0;
+    const HWND target = readControl(session, arguments, id);
+    std::printf("%d checked: %d\n", id, static_cast<int>(sendMessage(target, BM_GETCHECK, 0, 0)));
+}
+
+void printMessageBox(HWND box) {
+    const int textId = 0xFFFF; // the ID that every message box gives its text
+    std::printf("message box [%s] [%s] buttons:", escaped(windowText(box)).c_str(),
+                escaped(windowText(GetDlgItem(box, textId))).c_str());
+    for (int button = IDOK; button <= IDNO; ++button)
+        if (GetDlgItem(box, button)) std::printf(" %d", button);
+    std::printf("\n");
+}
+
+void runMessageBox(Session& session, Arguments& arguments) {
+    int button = IDOK;
+    arguments >> button;
+    const HWND box = session.program.waitForDialog(5000);
+    if (!box) throw Failure("no message box");
+    printMessageBox(box);
+    post(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+         reinterpret_cast<LPARAM>(GetDlgItem(box, button)));
+    for (const DWORD start = GetTickCount(); IsWindow(box); Sleep(10))
+        if (GetTickCount() - start > 5000) throw Failure("the message box stays open");
+}
+
+void runNoMessageBox(Session& session, Arguments&) {
+    if (session.program.waitForDialog(300)) throw Failure("a message box is open");
+}
+
+void clickWithMouse(const Session& session, HWND target, int times) {
+    RECT area;
+    GetWindowRect(target, &area);
+    SetForegroundWindow(session.window);
+    SetCursorPos((area.left + area.right) / 2, (area.top + area.bottom) / 2);
+    for (int click = 0; click < times; ++click) {
+        INPUT inputs[2] = {};
+        inputs[0].type = inputs[1].type = INPUT_MOUSE;
+        inputs[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+        inputs[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+        SendInput(2, inputs, sizeof(INPUT));
+    }
+}
+
+void runMouse(Session& session, Arguments& arguments) {
+    clickWithMouse(session, readControl(session, arguments), 1);
+}
+
+void runDoubleClick(Session& session, Arguments& arguments) {
+    clickWithMouse(session, readControl(session, arguments), 2);
+}
+
+void runPixel(Session& session, Arguments& arguments) {
+    int id = 0, x = 0, y = 0;
+    const HWND target = readControl(session, arguments, id);
+    arguments >> x >> y;
+    POINT place = {x, y};
+    ClientToScreen(target, &place);
+    const HDC screen = GetDC(nullptr);
+    const COLORREF colour = GetPixel(screen, place.x, place.y);
+    ReleaseDC(nullptr, screen);
+    std::printf("%d pixel: #%02X%02X%02X\n", id, GetRValue(colour), GetGValue(colour),
+                GetBValue(colour));
+}
+
+void runSleep(Session&, Arguments& arguments) {
+    DWORD milliseconds = 0;
+    arguments >> milliseconds;
+    Sleep(milliseconds);
+}
+
+void runClose(Session& session, Arguments&) { post(session.window, WM_CLOSE, 0, 0); }
+
+void runExit(Session& session, Arguments&) {
+    DWORD code = 0;
+    if (!session.program.waitForEnd(5000, code)) throw Failure("the program still runs");
+    std::printf("exit code: %lu\n", code);
+}
+
+using Command = void (*)(Session&, Arguments&);
+
+const std::map<std::string, Command>& commands() {
+    static const std::map<std::string, Command> table = {
+        {"window", runWindow},
+        {"controls", runControls},
+        {"text", runText},
+        {"expect", runExpect},
+        {"click", runClick},
+        {"settext", runSetText},
+        {"type", runType},
+        {"select", runSelect},
+        {"command", runCommand},
+        {"send", runSend},
+        {"items", runItems},
+        {"checked", runChecked},
+        {"messagebox", runMessageBox},
+        {"nomessagebox", runNoMessageBox},
+        {"mouse", runMouse},
+        {"doubleclick", runDoubleClick},
+        {"pixel", runPixel},
+        {"sleep", runSleep},
+        {"close", runClose},
+        {"exit", runExit},
+    };
+    return table;
+}
+
+void runLine(Session& session, const std::string& line) {
+    Arguments arguments(line);
+    std::string name;
+    arguments >> name;
+    if (name.empty() || name[0] == '#') return;
+    const auto command = commands().find(name);
+    if (command == commands().end()) throw Failure("unknown command");
+    const bool needsWindow = name != "window" && name != "exit" && name != "sleep";
+    if (needsWindow && !session.window) throw Failure("no window yet");
+    command->second(session, arguments);
+}
+
+// Stops at the first failure: what follows would only fail for the same reason.
+int runCommands(Session& session) {
+    std::string line;
+    while (std::getline(std::cin, line)) {
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        try {
+            runLine(session, line);
+        } catch (const Failure& failure) {
+            std::printf("FAILED %s: %s\n", line.c_str(), failure.what());
+            return 1;
+        }
+        std::fflush(stdout);
+    }
+    return 0;
+}
+
+} // namespace
+
+int wmain(int argc, wchar_t** argv) {
+    if (argc != 2) {
+        std::printf("usage: ui_driver PROGRAM < COMMANDS\n");
+        return 2;
+    }
+    try {
+        const ProgramUnderTest program(toUtf8(argv[1]));
+        Session session{program, nullptr};
+        return runCommands(session);
+    } catch (const Failure& failure) {
+        std::printf("FAILED: %s\n", failure.what());
+        return 1;
+    }
+}
