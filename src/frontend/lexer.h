@@ -14,7 +14,6 @@
 #include <deque>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace Orvane {
@@ -28,13 +27,16 @@ public:
     std::vector<Token> tokenize();
 
 private:
-    void initKeywords();
-
-    char peek() const;
-    char peekNext() const;
+    char peek() const { return source[position]; } // 0 at the end
+    char peekNext() const { return atEnd() ? '\0' : source[position + 1]; }
+    bool atEnd() const { return position >= source.size(); }
+    int column() const { return static_cast<int>(position - lineStart) + 1; }
     char advance();
+    void startLine();
     void skipWhitespace();
     void skipComment();
+    bool atComment() const;
+    Token readToken();
     Token readIdentifier();
     Token readNumber();
     Token readString();
@@ -42,11 +44,19 @@ private:
     Token readColor();
     Token readOperator();
 
+    void readPlainText();
+    void readEscape(std::string& text);
+    void readCodePoint(std::string& text);
+    void skipCharacter();
+    bool hexAhead(std::size_t offset, unsigned& code) const;
+    std::string_view textFrom(std::size_t start) const {
+        return std::string_view(source).substr(start, position - start);
+    }
+
     std::string source;
-    std::size_t position = 0; // byte index, from 0
+    std::size_t position = 0;  // byte index of the next unread character, from 0
+    std::size_t lineStart = 0; // byte index of the current line's first character
     int line = 1;
-    int column = 1;
-    std::unordered_map<std::string_view, TokenType> keywords;
     std::deque<std::string> decoded; // contents of literals that are not plain pieces of the source
     Console& console;
 };

@@ -22,7 +22,7 @@ inline constexpr int keywordCount = 44; // kinds 0 to 43 are words
 // The source spelling of an operator, punctuation or keyword kind; a description for the others.
 std::string_view spellingOf(TokenType type);
 
-inline int numberOf(TokenType type) { return static_cast<int>(type); }
+constexpr int numberOf(TokenType type) { return static_cast<int>(type); }
 
 // One token. Its text is a view: of the lexer's copy of the source, or of the lexer's store of
 // decoded literals, so that tokens may be copied freely and live as long as their lexer.

@@ -1,0 +1,56 @@
+#include "frontend/token.h"
+
+#include <charconv>
+#include <stdexcept>
+#include <string>
+
+namespace Orvane {
+
+namespace {
+
+constexpr std::array<std::string_view, tokenTypeCount> spellings = {
+#define TOKEN(name, spelling) spelling,
+#include "frontend/tokens.def"
+#undef TOKEN
+};
+
+static_assert(numberOf(TokenType::Unknown) + 1 == tokenTypeCount);
+static_assert(numberOf(TokenType::VoidKeyword) + 1 == keywordCount);
+
+template <class Number>
+Number convert(const Token& token) {
+    Number number{};
+    const char* end = token.text.data() + token.text.size();
+    if (std::from_chars(token.text.data(), end, number).ec != std::errc())
+        throw std::out_of_range("Number out of range at line " + std::to_string(token.line));
+    return number;
+}
+
+} // namespace
+
+std::string_view spellingOf(TokenType type) {
+    return spellings[static_cast<std::size_t>(numberOf(type))];
+}
+
+Value Token::value() const {
+    switch (type) {
+    case TokenType::IntegerLiteral:
+        return Value(convert<int>(*this));
+    case TokenType::FloatLiteral:
+        return Value(convert<double>(*this));
+    case TokenType::StringLiteral:
+    case TokenType::CharLiteral:
+    case TokenType::ColorLiteral:
+        return Value(text);
+    default:
+        return Value();
+    }
+}
+
+const std::unordered_set<std::string_view>& standardTypeSet() {
+    static const std::unordered_set<std::string_view> names(standardTypes.begin(),
+                                                            standardTypes.end());
+    return names;
+}
+
+} // namespace Orvane
