@@ -49,8 +49,15 @@ public:
     void setTables(const ClassTable* classTable, NameMap* variableClasses,
                    const NameSet* functions);
 
-    // indentLevel times four spaces, the text and a line break, to the main stream.
+    // indentLevel times four spaces, the text and a line break, to the main stream. Several pieces
+    // (texts, numbers, expressions) make one line: addLine("return ", stmt.value, ";").
     void addLine(std::string_view text);
+    template <class First, class Second, class... Rest>
+    void addLine(const First& first, const Second& second, const Rest&... rest) {
+        writeIndent();
+        write(first, second, rest...);
+        out << '\n';
+    }
 
     // One expression, in the place where the stream stands; nothing for null.
     void generateExpr(const Expr* expr);
@@ -70,35 +77,36 @@ public:
     // The C++ type for a declared type: int, double, std::string, bool, or Value for all others.
     static std::string generateVarDeclType(std::string_view name, const NameMap& typeMap);
 
-    // The deepest indentation that is written, in levels. Only a ladder of else-ifs gets there:
-    // each rung is written inside the one before, and without a bound its text would grow with the
-    // square of its length. Everything that the parser lets through otherwise nests less deeply.
+    // The deepest indentation that is written, in levels; lines deeper inside start at the margin.
+    // Only a ladder of else-ifs gets there: each rung is written inside the one before, and its
+    // text would grow with the square of its length. Everything that the parser lets through
+    // otherwise nests less deeply.
     static constexpr int maxIndent = 1000;
 
 protected:
-    // ---- Expressions (expressions.cpp) ----
+    // ---- Expressions (expressions.cpp, chains.cpp, lists.cpp) ----
     void genLiteral(const LiteralExpr& literal);
     void genIdentifier(const IdentifierExpr& identifier);
-    void genBinary(const BinaryExpr& binary);
     void genUnary(const UnaryExpr& unary);
     void genTernary(const TernaryExpr& ternary);
-    void genIndex(const IndexExpr& index);
-    void genCall(const CallExpr& call);
     void genArray(const ArrayExpr& array);
     void genObjectCtor(const ObjectCtorExpr& object);
-    void genListComp(const ListComprehensionExpr& comprehension);
-    void genRange(const RangeExpr& range);
     void genIs(const IsExpr& test);
     void genHave(const HaveExpr& test);
     void genTherebe(const TherebeExpr& test);
+    void genBinary(const BinaryExpr& binary);
+    void genIndex(const IndexExpr& index);
+    void genCall(const CallExpr& call);
+    void genListComp(const ListComprehensionExpr& comprehension);
+    void genRange(const RangeExpr& range);
 
-    // ---- Statements (statements.cpp) ----
-    void genExprStmt(const ExprStmt& stmt);
+    // ---- Statements (statements.cpp, declarations.cpp) ----
     void genVarDecl(const VarDeclStmt& stmt);
+    void genFor(const ForStmt& stmt);
+    void genExprStmt(const ExprStmt& stmt);
     void genIf(const IfStmt& stmt);
     void genBlock(const BlockStmt& stmt);
     void genWhile(const WhileStmt& stmt);
-    void genFor(const ForStmt& stmt);
     void genReturn(const ReturnStmt& stmt);
     void genThrow(const ThrowStmt& stmt);
     void genTry(const TryStmt& stmt);
@@ -110,15 +118,56 @@ protected:
     // The spaces of the current level, without a line break behind them.
     void writeIndent();
 
+    // Pieces one behind the other: texts and numbers as they are, an expression by generateExpr, a
+    // list of expressions separated by ", ". A template of generated text is written as one call:
+    //     write("(", binary.left, " ", binary.op, " ", binary.right, ")");
+    template <class... Pieces>
+    void write(const Pieces&... pieces) {
+        (writePiece(pieces), ...);
+    }
+
+    // Null without a table of classes or without a class of that name.
+    const ClassInfo* findClass(std::string_view name) const;
+
     TextStream& out;    // main.cpp
     TextStream& auxOut; // import.hpp
     int& indentLevel;   // owned by the caller of the generator
     const ClassTable* classes = nullptr;
     NameMap* varClasses = nullptr;           // variable or alias name -> declared type name
     const NameSet* knownFunctions = nullptr; // functions of the program
-    std::string
-        allElementName;    // the collection of the broadcast assignment being written, or empty
+    // The collection of the broadcast assignment whose right side is being written, or empty.
+    std::string allElementName;
     int uniqueCounter = 0; // numbers the locals of `when` and `defer`; only grows
+
+private:
+    template <class Piece>
+    void writePiece(const Piece& piece) {
+        out << piece;
+    }
+    void writePiece(const uptr<Expr>& expr) { generateExpr(expr.get()); }
+    void writePiece(const ExprList& exprs);
+    void writeLines(const StmtList& statements); // one level deeper than what stands
+
+    // ---- Left-leaning chains (chains.cpp) ----
+    void genChain(const Expr* expr);
+    bool stepLeft(const Expr*& node);
+    const Expr* openBinary(const BinaryExpr& binary);
+    void closeNode(const Expr* node);
+    void closeBinary(const BinaryExpr& binary);
+    void genMemberCall(const CallExpr& call);
+    std::string declaredClass(std::string_view variable) const;
+
+    // ---- Type and existence tests (expressions.cpp) ----
+    void genIsClass(const IsExpr& test);
+    bool hasMember(const HaveExpr& test) const;
+    bool exists(const TherebeExpr& test) const;
+
+    // ---- Parts of statements (statements.cpp) ----
+    void genExpectFailure(const ExpectStmt& stmt);
+    void genWhenCase(const WhenCase& branch, bool isFirst, int number);
+
+    // Chain nodes of which the front is written and the rest is still to come, outermost first.
+    std::vector<const Expr*> openNodes;
 };
 
 // Raises the indentation level for the lifetime of a scope.

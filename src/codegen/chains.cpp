@@ -1,0 +1,194 @@
+// Expressions whose text begins with the text of their left operand: operators, member accesses,
+// indexing and calls.
+//
+// A source such as a + b + c + ... or a[1][2]... makes a tree that leans to the left as deep as the
+// chain is long. Nothing here recurses along it: genChain walks down to the innermost operand,
+// writing what each node puts in front of it, and then closes the nodes from the inside out.
+
+#include "codegen/code_generator_core.h"
+
+#include <utility>
+
+namespace Orvane {
+
+namespace {
+
+const BinaryExpr* asMemberAccess(const Expr* expr) {
+    const auto* binary = nodeCast<BinaryExpr>(expr);
+    return binary && binary->op == "." ? binary : nullptr;
+}
+
+// The name behind the point; empty for a tree in which no name stands there.
+std::string_view memberName(const BinaryExpr& access) {
+    const auto* member = nodeCast<IdentifierExpr>(access.right);
+    return member ? member->name : std::string_view{};
+}
+
+// x.all, which stands for all elements of x.
+const BinaryExpr* asAllReference(const Expr* expr) {
+    const auto* access = asMemberAccess(expr);
+    return access && memberName(*access) == "all" ? access : nullptr;
+}
+
+// The x.all of an assignment x.all = y.
+const BinaryExpr* assignedAll(const BinaryExpr& binary) {
+    return binary.op == "=" ? asAllReference(binary.left.get()) : nullptr;
+}
+
+// The x.all of a call x.all.method(...).
+const BinaryExpr* calledAll(const CallExpr& call) {
+    const auto* access = asMemberAccess(call.callee.get());
+    return access && nodeCast<IdentifierExpr>(access->right) ? asAllReference(access->left.get())
+                                                             : nullptr;
+}
+
+// Both broadcasts visit the elements of the collection under the name _e.
+constexpr std::string_view broadcastFront = "([&]() { auto& _arr = ";
+constexpr std::string_view broadcastLoop = "; for (auto& _e : _arr.arrayVal) { ";
+constexpr std::string_view broadcastEnd = "; } })()";
+
+} // namespace
+
+void CodeGeneratorCore::genBinary(const BinaryExpr& binary) { genChain(&binary); }
+
+void CodeGeneratorCore::genIndex(const IndexExpr& index) { genChain(&index); }
+
+// ---- Walking a chain ----
+
+void CodeGeneratorCore::genChain(const Expr* expr) {
+    const std::size_t outermost = openNodes.size();
+    while (stepLeft(expr)) {
+    }
+    generateExpr(expr);
+    while (openNodes.size() > outermost) {
+        const Expr* node = openNodes.back();
+        openNodes.pop_back();
+        closeNode(node);
+    }
+}
+
+// Writes the front of a chain node, moves on to its left operand and leaves it to closeNode to
+// write the rest; false, with nothing written, for a node of another kind.
+bool CodeGeneratorCore::stepLeft(const Expr*& node) {
+    if (const auto* binary = nodeCast<BinaryExpr>(node)) {
+        node = openBinary(*binary);
+        return true;
+    }
+    if (const auto* index = nodeCast<IndexExpr>(node)) {
+        openNodes.push_back(node);
+        node = index->object.get();
+        return true;
+    }
+    const auto* call = nodeCast<CallExpr>(node);
+    const BinaryExpr* all = call ? calledAll(*call) : nullptr;
+    if (!all) return false;
+    write(broadcastFront);
+    openNodes.push_back(node);
+    node = all->left.get();
+    return true;
+}
+
+// Returns the left operand, or null when the text is complete already.
+//
+// x.all is x itself. On the right side of an assignment to x.all it means the element to which
+// the loop has come.
+const Expr* CodeGeneratorCore::openBinary(const BinaryExpr& binary) {
+    if (asAllReference(&binary)) {
+        const auto* collection = nodeCast<IdentifierExpr>(binary.left);
+        if (allElementName.empty() || !collection || collection->name != allElementName)
+            return binary.left.get();
+        write("_e");
+        return nullptr;
+    }
+    openNodes.push_back(&binary);
+    if (const BinaryExpr* all = assignedAll(binary)) {
+        write(broadcastFront);
+        return all->left.get();
+    }
+    if (binary.op != ".") write("(");
+    return binary.left.get();
+}
+
+// OBJECT[INDEX]
+// ([&]() { auto& _arr = COLLECTION; for (auto& _e : _arr.arrayVal) { _e["METHOD"](ARGS); } })()
+void CodeGeneratorCore::closeNode(const Expr* node) {
+    if (const auto* binary = nodeCast<BinaryExpr>(node)) {
+        closeBinary(*binary);
+    } else if (const auto* index = nodeCast<IndexExpr>(node)) {
+        write("[", index->index, "]");
+    } else if (const auto* call = nodeCast<CallExpr>(node)) {
+        const std::string_view method = memberName(*asMemberAccess(call->callee.get()));
+        write(broadcastLoop, "_e[\"", method, "\"](", call->args, ")", broadcastEnd);
+    }
+}
+
+// (LEFT + RIGHT), the operator as it stands in the source
+// LEFT["NAME"]
+// ([&]() { auto& _arr = COLLECTION; for (auto& _e : _arr.arrayVal) { _e = RIGHT; } })()
+void CodeGeneratorCore::closeBinary(const BinaryExpr& binary) {
+    if (const BinaryExpr* all = assignedAll(binary)) {
+        const auto* collection = nodeCast<IdentifierExpr>(all->left);
+        const std::string outer = std::exchange(
+            allElementName, collection ? std::string(collection->name) : std::string());
+        write(broadcastLoop, "_e = ", binary.right, broadcastEnd);
+        allElementName = outer;
+    } else if (binary.op == ".") {
+        write("[\"", memberName(binary), "\"]");
+    } else {
+        write(" ", binary.op, " ", binary.right, ")");
+    }
+}
+
+// ---- Calls ----
+
+// NAME(ARGS)
+// Of what `alert` and `print` are given only the first counts:
+// MessageBoxW(NULL, utf8_to_wide(Value(FIRST).toString()).c_str(), L"Orvane", MB_OK)
+// std::cout << Value(FIRST).toString() << std::endl
+void CodeGeneratorCore::genCall(const CallExpr& call) {
+    if (call.callee) {
+        if (calledAll(call)) return genChain(&call);
+        return genMemberCall(call);
+    }
+    const Expr* first = call.args.empty() ? nullptr : call.args.front().get();
+    if (call.name == "alert") {
+        write("MessageBoxW(NULL, utf8_to_wide(Value(");
+        generateExpr(first);
+        write(").toString()).c_str(), L\"Orvane\", MB_OK)");
+    } else if (call.name == "print") {
+        write("std::cout << Value(");
+        generateExpr(first);
+        write(").toString() << std::endl");
+    } else {
+        write(call.name, "(", call.args, ")");
+    }
+}
+
+// The class that a variable was declared with, aliases followed; empty for other names.
+std::string CodeGeneratorCore::declaredClass(std::string_view variable) const {
+    if (!varClasses) return {};
+    const auto entry = varClasses->find(variable);
+    return entry == varClasses->end() ? std::string() : resolveType(entry->second, *varClasses);
+}
+
+// CLASS__METHOD(OBJECT, ARGS)
+// The class is known only of variables that are declared with one. A call that cannot be settled
+// is replaced by an empty value, with what is known of it in a comment:
+// /* class call CLASS.METHOD */ Value()
+void CodeGeneratorCore::genMemberCall(const CallExpr& call) {
+    const auto* access = asMemberAccess(call.callee.get());
+    const auto* object = access ? nodeCast<IdentifierExpr>(access->left) : nullptr;
+    const std::string_view method = access ? memberName(*access) : std::string_view{};
+
+    const std::string className = object ? declaredClass(object->name) : std::string();
+    const ClassInfo* info = object ? findClass(className) : nullptr;
+    if (!info || !info->methods.contains(method)) {
+        write("/* class call ", className, ".", method, " */ Value()");
+        return;
+    }
+    write(className, "__", method, "(", object->name);
+    for (const auto& argument : call.args) write(", ", argument);
+    write(")");
+}
+
+} // namespace Orvane

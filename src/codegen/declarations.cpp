@@ -1,0 +1,156 @@
+// Declared types, and the statements that declare variables.
+
+#include "codegen/code_generator_core.h"
+
+#include <optional>
+#include <set>
+
+namespace Orvane {
+
+namespace {
+
+// How a type word of the source appears in C++. All other types are Value and convert nothing.
+struct LocalType {
+    std::string_view name;
+    std::string_view cppType;
+    std::string_view conversion; // takes the content out of a Value
+};
+constexpr LocalType localTypes[] = {
+    {"int", "int", ".asInt()"},
+    {"double", "double", ".asFloat()"},
+    {"string", "std::string", ".asString()"},
+    {"bool", "bool", ".asBool()"},
+};
+constexpr LocalType dynamicType = {"value", "Value", ""};
+
+const LocalType& findLocalType(std::string_view resolvedName) {
+    for (const LocalType& type : localTypes)
+        if (type.name == resolvedName) return type;
+    return dynamicType;
+}
+
+// How the variable of a `for` is made from the element _e. A word that is not here is the name of
+// a class.
+struct LoopType {
+    std::string_view name;
+    std::string_view cppType;
+    std::string_view element;
+};
+constexpr LoopType loopTypes[] = {
+    {"", "Value", "_e"},
+    {"value", "Value", "_e"},
+    {"Value", "Value", "_e"},
+    {"int", "int", "(int)(double)(_e)"},
+    {"double", "double", "(double)(_e)"},
+    {"string", "std::string", "_e.toString()"},
+    {"std::string", "std::string", "_e.toString()"},
+    {"bool", "bool", "(bool)(_e)"},
+};
+constexpr LoopType classLoopType = {"class", "Value", "_e"};
+
+const LoopType& findLoopType(std::string_view name) {
+    for (const LoopType& type : loopTypes)
+        if (type.name == name) return type;
+    return classLoopType;
+}
+
+// Binds a name in a map while it lives and puts back what the map held under that name alone:
+// names that were declared meanwhile stay.
+class NameBinding {
+public:
+    NameBinding(NameMap& map_, std::string_view name_, std::string_view target)
+        : map(map_), name(name_) {
+        const auto entry = map.find(name);
+        if (entry != map.end()) hidden = map.extract(entry);
+        map.insert_or_assign(name, std::string(target));
+    }
+    NameBinding(const NameBinding&) = delete;
+    NameBinding& operator=(const NameBinding&) = delete;
+    ~NameBinding() {
+        map.erase(name);
+        if (!hidden.empty()) map.insert(std::move(hidden));
+    }
+
+private:
+    NameMap& map;
+    std::string name;
+    NameMap::node_type hidden;
+};
+
+} // namespace
+
+// ---- Types ----
+
+std::string CodeGeneratorCore::resolveType(std::string_view name, const NameMap& typeMap) {
+    std::set<std::string_view> seen;
+    auto entry = typeMap.find(name);
+    while (entry != typeMap.end() && entry->second != name && seen.insert(name).second) {
+        name = entry->second;
+        entry = typeMap.find(name);
+    }
+    return std::string(name);
+}
+
+std::string CodeGeneratorCore::generateVarDeclType(std::string_view name, const NameMap& typeMap) {
+    return std::string(findLocalType(resolveType(name, typeMap)).cppType);
+}
+
+// ---- Declarations ----
+
+// The initialiser stands on a line of its own, at the margin:
+//
+// int NAME =
+// Value(INITIALISER).asInt();
+//
+// Without an initialiser that line is "nullptr;", whatever the type.
+void CodeGeneratorCore::genVarDecl(const VarDeclStmt& stmt) {
+    const LocalType& type = findLocalType(varClasses ? resolveType(stmt.typeName, *varClasses)
+                                                     : std::string(stmt.typeName));
+    addLine(type.cppType, " ", stmt.name, " = ");
+    if (!stmt.initializer)
+        write("nullptr");
+    else if (type.conversion.empty())
+        write(stmt.initializer);
+    else
+        write("Value(", stmt.initializer, ")", type.conversion);
+    write(";\n");
+
+    // Under the declared name, so that method calls find the class.
+    if (type.cppType == "Value" && varClasses)
+        varClasses->insert_or_assign(std::string(stmt.name), std::string(stmt.typeName));
+}
+
+// A value that is no array is visited as an empty one.
+//
+// {
+//     Value _it = ITERABLE;
+//     auto& _arr = _it.arrayVal;
+//     for (size_t _k = 0; _k < _arr.size(); ++_k) {
+//         Value _e = _arr[_k];
+//         int NAME = (int)(double)(_e);
+//         BODY
+//     }
+// }
+void CodeGeneratorCore::genFor(const ForStmt& stmt) {
+    const LoopType& type = findLoopType(stmt.varType);
+    addLine("{");
+    {
+        IndentScope block(indentLevel);
+        addLine("Value _it = ", stmt.iterable, ";");
+        addLine("auto& _arr = _it.arrayVal;");
+        addLine("for (size_t _k = 0; _k < _arr.size(); ++_k) {");
+        {
+            IndentScope loop(indentLevel);
+            addLine("Value _e = _arr[_k];");
+            addLine(type.cppType, " ", stmt.varName, " = ", type.element, ";");
+            std::optional<NameBinding> binding;
+            if (&type == &classLoopType && varClasses)
+                binding.emplace(*varClasses, stmt.varName, stmt.varType);
+            generateBody(stmt.body);
+        }
+        addLine("}");
+    }
+    addLine("}");
+}
+
+} // namespace Orvane
