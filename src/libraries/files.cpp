@@ -1,0 +1,70 @@
+#include "libraries/files.h"
+
+#include <fstream>
+#include <system_error>
+#include <vector>
+
+namespace Orvane {
+
+namespace fs = std::filesystem;
+
+fs::path pathOf(std::string_view text) {
+    // The system would take the part before a zero byte for the whole name.
+    if (text.find('\0') != std::string_view::npos) return {};
+    try {
+        return fs::path(std::u8string(text.begin(), text.end()));
+    } catch (const std::system_error&) {
+        // Windows names files in UTF-16, and text that is no UTF-8 has no counterpart there.
+        return {};
+    }
+}
+
+std::string textOf(const fs::path& path) {
+    try {
+        const std::u8string text = path.u8string();
+        return std::string(text.begin(), text.end());
+    } catch (const std::system_error&) {
+        // A half of a surrogate pair in a Windows name.
+        return {};
+    }
+}
+
+bool pathExists(const fs::path& path) {
+    std::error_code error;
+    return fs::exists(path, error);
+}
+
+bool isSameFile(const fs::path& first, const fs::path& second) {
+    std::error_code error;
+    return fs::equivalent(first, second, error);
+}
+
+fs::path absolutePath(const fs::path& path) {
+    std::error_code error;
+    const fs::path absolute = fs::absolute(path, error);
+    return (error ? path : absolute).lexically_normal();
+}
+
+fs::path workingDirectory() {
+    std::error_code error;
+    return fs::current_path(error);
+}
+
+std::optional<std::string> readTextFile(const fs::path& path) {
+    // POSIX systems open a directory like a file and fail only when it is read.
+    std::error_code error;
+    if (fs::is_directory(path, error)) return std::nullopt;
+    std::ifstream file(path);
+    if (!file) return std::nullopt;
+
+    std::string text;
+    std::vector<char> piece(std::size_t{1} << 20);
+    do {
+        file.read(piece.data(), static_cast<std::streamsize>(piece.size()));
+        text.append(piece.data(), static_cast<std::size_t>(file.gcount()));
+    } while (file);
+    if (file.bad()) return std::nullopt;
+    return text;
+}
+
+} // namespace Orvane
