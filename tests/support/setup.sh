@@ -41,6 +41,7 @@ add_group() {
         tests)
             need libgtest-dev has_file /usr/include/gtest/gtest.h
             need diffutils has_command diff
+            need python3 has_command python3
             ;;
         bench) need libbenchmark-dev has_file /usr/include/benchmark/benchmark.h ;;
         format) need clang-format has_command clang-format ;;

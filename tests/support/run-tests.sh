@@ -1,0 +1,66 @@
+#!/usr/bin/env bash
+# All tests, in the order in which they find mistakes soonest:
+#   1. the development build and everything that ctest knows,
+#   2. the build with the address and undefined-behaviour sanitizers, unit and golden tests,
+#   3. the Windows executables.
+# Build output goes to build/<preset>/build.log and is shown when a build fails. The last line says
+# how many tests passed and failed; a GoogleTest program counts with each of its tests.
+set -uo pipefail
+cd "$(dirname "$0")/../.."
+
+jobs=${JOBS:-$(nproc)}
+passed=0
+failed=0
+
+build() { # build PRESET [TARGET]: counts a failed build as a failed test
+    local preset=$1 log=build/$1/build.log
+    local started=$SECONDS
+    mkdir -p "build/$preset"
+    echo "== $preset: building"
+    if { cmake --preset "$preset" &&
+        cmake --build --preset "$preset" -j"$jobs" ${2:+--target "$2"}; } > "$log" 2>&1; then
+        echo "   built in $((SECONDS - started)) s"
+        return 0
+    fi
+    grep -E -A12 'error|FAILED|CMake Error' "$log" | head -n 60
+    echo "   the whole log: $log"
+    failed=$((failed + 1))
+    return 1
+}
+
+count_tests() { # adds up what the log of ctest says about its tests
+    local counts
+    counts=$(awk '
+        /^\[  PASSED  \] [0-9]+ tests?\./ { good += $4; cases += $4 }
+        /^\[  FAILED  \] [0-9]+ tests?, listed below/ { bad += $4; cases += $4 }
+        /^Test Passed\.$/ { if (!cases) good++; cases = 0 }
+        /^Test (Failed|time|not run).*$/ && !/^Test time =/ { if (!cases) bad++; cases = 0 }
+        END { print good + 0, bad + 0 }' "$1")
+    passed=$((passed + ${counts% *}))
+    failed=$((failed + ${counts#* }))
+}
+
+run_tests() { # run_tests PRESET [CTEST OPTIONS]
+    local preset=$1
+    shift
+    echo "== $preset: testing"
+    local before=$failed
+    ctest --preset "$preset" -j"$jobs" --no-tests=error --output-on-failure "$@" \
+        < /dev/null > "build/$preset/ctest.log" 2>&1
+    local status=$?
+    tail_of_tests "build/$preset/ctest.log" "$status"
+    count_tests "build/$preset/Testing/Temporary/LastTest.log"
+    if [ "$status" -ne 0 ] && [ "$failed" -eq "$before" ]; then failed=$((failed + 1)); fi
+}
+
+tail_of_tests() { # everything that failed, or the list of tests and the closing lines
+    if [ "$2" -ne 0 ]; then tail -n 200 "$1"; else grep -E '^ *[0-9]+/[0-9]+ Test|tests passed|Total Test' "$1"; fi
+}
+
+build dev && run_tests dev
+build asan unit_and_golden_tests && run_tests asan -L '^(unit|golden)$'
+if build windows; then passed=$((passed + 1)); fi
+
+echo
+echo "$passed passed, $failed failed"
+[ "$failed" -eq 0 ]
