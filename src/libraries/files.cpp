@@ -58,7 +58,7 @@ std::optional<std::string> readTextFile(const fs::path& path) {
     if (!file) return std::nullopt;
 
     std::string text;
-    std::vector<char> piece(std::size_t{1} << 20);
+    std::vector<char> piece(std::size_t{1} << 16);
     do {
         file.read(piece.data(), static_cast<std::streamsize>(piece.size()));
         text.append(piece.data(), static_cast<std::size_t>(file.gcount()));

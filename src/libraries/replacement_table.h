@@ -19,13 +19,13 @@ namespace Orvane {
 
 // One library function. The type word "value" stands for the runtime Value type.
 struct FunctionEntry {
-    std::string name;
-    std::string returnType;
-    std::vector<std::string> paramNames;
-    std::vector<std::string> paramTypes; // parallel to paramNames
-    std::string body;                    // C++ text as written in the library file
-    bool flag = false;                   // free for a loader's use; the loader here leaves it false
-    std::vector<std::string> extraList;  // likewise; left empty
+    std::string name{};
+    std::string returnType{};
+    std::vector<std::string> paramNames{};
+    std::vector<std::string> paramTypes{}; // parallel to paramNames
+    std::string body{};                    // C++ text as written in the library file
+    bool flag = false; // free for a loader's use; the loader here leaves it false
+    std::vector<std::string> extraList{}; // likewise; left empty
 };
 
 class ReplacementTable {
