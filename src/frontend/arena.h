@@ -75,6 +75,11 @@ template <class Item>
 class List : public std::pmr::vector<Item> {
 public:
     explicit List(Arena& arena) : std::pmr::vector<Item>(arena.resource()) {}
+    // For containers in an arena, which hand their own memory on to the lists inside them.
+    List(List&& other, const std::pmr::polymorphic_allocator<Item>& allocator)
+        : std::pmr::vector<Item>(std::move(other), allocator) {}
+    List(List&& other) noexcept = default;
+    List& operator=(List&& other) = default;
 };
 
 } // namespace Orvane

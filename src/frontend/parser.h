@@ -4,7 +4,8 @@
 // std::runtime_error whose text is "<message> at line <line>"; a failed consume() has printed
 //     [PARSER ERROR] Expected <number>, got <number> at line <line>: <message>
 // before. There is no recovery and no partial tree. Each parse function stands in the file of its
-// family: parser_expressions.cpp, parser_statements.cpp, parser_declarations.cpp.
+// family: parser_expressions.cpp, parser_statements.cpp, parser_declarations.cpp,
+// parser_window.cpp, parser_classes.cpp.
 //
 //     Parser parser(lexer.tokenize(), console);
 //     std::unique_ptr<AST> program = parser.parse();
@@ -14,9 +15,9 @@
 #include "frontend/source_positions.h"
 #include "frontend/syntax_tree.h"
 #include "frontend/token.h"
+#include "frontend/token_sets.h"
 
 #include <memory>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -40,34 +41,110 @@ public:
     uptr<Stmt> parseStatement();
 
 private:
-    // Counts one level of nesting for as long as it lives; throws when there are too many.
-    class Nesting;
+    // Counts one level of nesting for as long as it lives. Made behind the token that opens the
+    // level; throws when there are too many.
+    class Nesting {
+    public:
+        explicit Nesting(Parser& parser_) : parser(parser_) {
+            if (parser.nesting >= maxNesting)
+                parser.fail("Expected less nesting", parser.previous().line);
+            ++parser.nesting;
+        }
+        Nesting(const Nesting&) = delete;
+        Nesting& operator=(const Nesting&) = delete;
+        ~Nesting() { --parser.nesting; }
+
+    private:
+        Parser& parser;
+    };
+
+    // Ranges of the records of a list that still grows, and whose addresses are not final yet.
+    using Ranges = std::vector<TokenRange>;
 
     // ---- Tokens (parser.cpp) ----
-    const Token& peek() const;     // past the end: an end token with line 0 and column 0
-    const Token& peekNext() const; // the same
-    const Token& peekAt(std::size_t offset) const;
-    const Token& previous() const; // the token just consumed
-    bool isAtEnd() const;
-    const Token& advance(); // stays on the end token
+    const Token& peekAt(std::size_t offset) const {
+        const std::size_t index = current + offset;
+        return index < tokens.size() ? tokens[index] : pastEnd;
+    }
+    const Token& peek() const { return peekAt(0); } // past the end: line 0 and column 0
+    const Token& peekNext() const { return peekAt(1); }
+    const Token& previous() const { return current > 0 ? tokens[current - 1] : pastEnd; }
+    bool isAtEnd() const { return check(TokenType::EndOfInput); }
     bool check(TokenType type) const { return peek().type == type; }
-    bool match(TokenType type);
-    const Token& consume(TokenType expected, std::string_view message);
+    // The token just consumed; at the end of the input, where nothing is, the last real one.
+    const Token& advance() {
+        if (!isAtEnd()) ++current;
+        return previous();
+    }
+    bool match(TokenType type) {
+        if (!check(type)) return false;
+        advance();
+        return true;
+    }
+    const Token& consume(TokenType expected, std::string_view message) {
+        if (!check(expected)) failExpected(expected, message);
+        return advance();
+    }
+    // consume() of any of several kinds; messages give the identifier's number.
+    const Token& consumeAny(TokenSet expected, std::string_view message) {
+        if (!expected.has(peek().type)) failExpected(TokenType::Identifier, message);
+        return advance();
+    }
+    // The same without a printed line.
+    const Token& takeAny(TokenSet expected, std::string_view message) {
+        if (!expected.has(peek().type)) fail(message, peek().line);
+        return advance();
+    }
+    [[noreturn]] void failExpected(TokenType expected, std::string_view message) const;
     [[noreturn]] void fail(std::string_view message, int line) const;
 
-    std::string_view keep(std::string_view text) { return ast->arena.text(text); }
+    Arena& arena() { return ast->arena; }
+    std::string_view keep(std::string_view text) { return arena().text(text); }
+    std::string_view keep(const Token& token) { return keep(token.text); }
+
+    // ---- Positions: nothing happens without a table ----
+    TokenRange rangeFrom(std::size_t firstToken) const { return {firstToken, current - 1}; }
+    void mark(const void* completed, std::size_t firstToken) {
+        if (positions) positions->add(completed, rangeFrom(firstToken));
+    }
+    void mark(Ranges& growing, std::size_t firstToken) const {
+        if (positions) growing.push_back(rangeFrom(firstToken));
+    }
+    template <class Records>
+    void place(const Records& records, const Ranges& ranges) {
+        for (std::size_t index = 0; index < ranges.size(); ++index)
+            positions->add(&records[index], ranges[index]);
+    }
+    // Builds a node whose last token has just been consumed.
     template <class Node, class... Arguments>
-    uptr<Node> make(std::size_t firstToken, Arguments&&... arguments);
+    uptr<Node> make(std::size_t firstToken, Arguments&&... arguments) {
+        uptr<Node> node = arena().make<Node>(std::forward<Arguments>(arguments)...);
+        mark(node.get(), firstToken);
+        return node;
+    }
 
     // ---- Expressions, lowest precedence first (parser_expressions.cpp) ----
     uptr<Expr> parseAssignment();
-    uptr<Expr> parseEquality();
-    uptr<Expr> parseComparison();
-    uptr<Expr> parseTerm();
-    uptr<Expr> parseFactor();
+    uptr<Expr> parseTernary(std::size_t firstToken, uptr<Expr> condition);
+    uptr<Expr> parseBinary(int weakest);
     uptr<Expr> parseUnary();
     uptr<Expr> parsePrimary();
+    uptr<Expr> parseIs();
+    uptr<Expr> parseTherebe();
+    uptr<Expr> parseHave();
+    uptr<Expr> parseLiteral();
+    uptr<Expr> parseBraceList();
+    uptr<Expr> parseGroup();
+    uptr<Expr> parseName();
+    uptr<Expr> parseObject();
+    uptr<Expr> parsePostfix(std::size_t firstToken, uptr<Expr> result);
+    uptr<Expr> parseMemberAccess(std::size_t firstToken, uptr<Expr> object);
+    uptr<Expr> parseIndex(std::size_t firstToken, uptr<Expr> object);
+    uptr<Expr> parseCall(std::size_t firstToken, uptr<Expr> callee);
     uptr<Expr> parseBracketExpr();
+    uptr<Expr> parseComprehension(std::size_t firstToken, uptr<Expr> element);
+    uptr<Expr> parseRange(std::size_t firstToken, uptr<Expr> start);
+    uptr<Expr> parseBracketList(std::size_t firstToken, uptr<Expr> firstElement);
 
     // ---- Statements (parser_statements.cpp) ----
     uptr<Stmt> parseIfStmt();
@@ -79,15 +156,56 @@ private:
     uptr<Stmt> parseDeferStmt();
     uptr<Stmt> parseExpectStmt();
     uptr<Stmt> parseWhenStmt();
+    WhenCase parseWhenCase();
+    uptr<Stmt> parseVarDecl();
+    uptr<Stmt> parseExprStmt();
+    uptr<IfStmt> parseIfRung();
+    uptr<Stmt> parseBranch();
+    StmtList parseLoopBody();
+    StmtList parseStatementsToBrace();
+    StmtList parseTryBlock();
     StmtList parseBlock();
+    void skipTypeArguments();
+    [[noreturn]] void failLoopVariable() const;
 
     // ---- Declarations (parser_declarations.cpp) ----
-    void parseVorla(AST& program);
-    void parseScript(AST& program);
-    void parseClass(AST& program);
-    void parseAble(AST& program);
+    void parseTopLevel(AST& program);
+    void parseTypename(AST& program);
     void parseImport(AST& program);
+    std::string_view parseModuleName();
     void parseUsing(AST& program);
+    Using parseUsingPair();
+    Using parseUsingAlias();
+    bool atFunction() const;
+    uptr<FuncDef> parseFunction();
+    List<Parameter> parseParameters();
+    Parameter parseParameter();
+    void parseScript(AST& program);
+    uptr<EventHandler> parseEventHandler();
+
+    // ---- The window (parser_window.cpp) ----
+    void parseVorla(AST& program);
+    bool atComponent();
+    uptr<Component> parseComponent();
+    void parseEvent(Component& component);
+    void parseProperty(List<Property>& properties, Ranges& ranges);
+
+    // ---- Classes and ables (parser_classes.cpp) ----
+    void parseClass(AST& program);
+    bool matchAccess(Access& access);
+    void parseClassMember(ClassDef& record, Access access, Ranges& fieldRanges);
+    void parseFields(ClassDef& record, ClassField field, Ranges& ranges, std::size_t firstToken);
+    uptr<ClassMethod> parseMethod(std::string_view className, std::string_view returnType,
+                                  std::size_t firstToken);
+    void parseAble(AST& program);
+    AbleMethod parseAbleMethod();
+
+    // Records that the AST holds by value, in the order of its lists.
+    struct TopLevelRanges {
+        Ranges imports, usings, ables, typeNames;
+    };
+
+    static constexpr Token pastEnd{};
 
     std::vector<Token> tokens;
     std::size_t current = 0; // index of the next unread token, from 0
@@ -95,6 +213,8 @@ private:
     PositionTable* positions;
     std::unique_ptr<AST> ast; // under construction; parse() hands it out
     int nesting = 0;
+    std::size_t identifiersEnd = 0; // end of the run of identifiers that atComponent() last saw
+    TopLevelRanges topLevel;
 };
 
 } // namespace Orvane

@@ -1,0 +1,33 @@
+#include "frontend/parser.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace Orvane {
+
+Parser::Parser(std::vector<Token> tokens_, Console& console_, PositionTable* positions_)
+    : tokens(std::move(tokens_)), console(console_), positions(positions_),
+      ast(std::make_unique<AST>()) {}
+
+// program = { declaration } ;
+std::unique_ptr<AST> Parser::parse() {
+    while (!isAtEnd()) parseTopLevel(*ast);
+    place(ast->imports, topLevel.imports);
+    place(ast->usings, topLevel.usings);
+    place(ast->ables, topLevel.ables);
+    place(ast->typeNames, topLevel.typeNames);
+    return std::move(ast);
+}
+
+void Parser::failExpected(TokenType expected, std::string_view message) const {
+    const Token& got = peek();
+    console.print("[PARSER ERROR] Expected %d, got %d at line %d: %.*s\n", numberOf(expected),
+                  numberOf(got.type), got.line, static_cast<int>(message.size()), message.data());
+    fail(message, got.line);
+}
+
+void Parser::fail(std::string_view message, int line) const {
+    throw std::runtime_error(std::string(message) + " at line " + std::to_string(line));
+}
+
+} // namespace Orvane
