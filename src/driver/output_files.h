@@ -1,0 +1,34 @@
+// The files that a build makes, and how they are written and removed.
+//
+//     OutputFiles files = outputFilesFor("src/app.vorla");
+//     // files.mainCpp   /work/src/code_generation/main.cpp
+//     // files.executable   /work/src/app.exe
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+namespace Orvane {
+
+// All paths are absolute. Everything lies beside the source, wherever the working directory is.
+struct OutputFiles {
+    std::filesystem::path source;
+    std::filesystem::path directory;
+    std::filesystem::path mainCpp;
+    std::filesystem::path importHpp;
+    std::filesystem::path executable;
+};
+
+OutputFiles outputFilesFor(std::string_view sourceFile);
+
+// Whether writing to the path would overwrite the source.
+bool wouldOverwriteSource(const std::filesystem::path& path, const OutputFiles& files);
+
+// The UTF-8 byte-order mark and the text, with line ends as they are. False when anything of it
+// did not reach the file.
+bool writeFile(const std::filesystem::path& path, std::string_view text);
+
+// Deletes both C++ files. False when one of them could not be deleted or was gone already.
+bool removeIntermediates(const OutputFiles& files);
+
+} // namespace Orvane
