@@ -41,19 +41,26 @@ std::optional<Toolchain> locateToolchain(const fs::path& baseDir, const fs::path
     return std::nullopt;
 }
 
-static std::string quoted(const fs::path& path) { return '"' + textOf(path) + '"'; }
+static std::string quoted(const fs::path& path) {
+    std::string text = "\"";
+    text += textOf(path);
+    text += '"';
+    return text;
+}
 
 // "G++" -std=c++17 -Og [-g] -finput-charset=UTF-8 "MAIN" ["RESOURCE"] -o "EXE"
 // -I"ROOT/include" -I"ROOT/orlib" -I"ROOT/parameter" LIBRARIES
 std::string formatCommandLine(const Toolchain& toolchain, const fs::path& mainCpp,
                               const fs::path& executable, bool debug) {
-    std::string line = quoted(toolchain.gxx) + " -std=c++17 -Og";
+    std::string line = quoted(toolchain.gxx);
+    line += " -std=c++17 -Og";
     if (debug) line += " -g";
-    line += " -finput-charset=UTF-8 " + quoted(mainCpp);
-    if (toolchain.resourceObject) line += " " + quoted(*toolchain.resourceObject);
-    line += " -o " + quoted(executable);
+    line += " -finput-charset=UTF-8";
+    line.append(" ").append(quoted(mainCpp));
+    if (toolchain.resourceObject) line.append(" ").append(quoted(*toolchain.resourceObject));
+    line.append(" -o ").append(quoted(executable));
     for (const char* directory : {"include", "orlib", "parameter"})
-        line += " -I" + quoted(toolchain.installRoot / directory);
+        line.append(" -I").append(quoted(toolchain.installRoot / directory));
     return line + " -luser32 -lgdi32 -lkernel32 -lcomctl32 -lcomdlg32 -lshell32 -ladvapi32 "
                   "-mwindows";
 }
