@@ -41,28 +41,30 @@ std::optional<Toolchain> locateToolchain(const fs::path& baseDir, const fs::path
     return std::nullopt;
 }
 
-static std::string quoted(const fs::path& path) {
-    std::string text = "\"";
-    text += textOf(path);
-    text += '"';
-    return text;
+// The option and, in double quotes and with nothing escaped, the path.
+static void appendPath(std::string& line, std::string_view option, const fs::path& path) {
+    line += option;
+    line += '"';
+    line += textOf(path);
+    line += '"';
 }
 
 // "G++" -std=c++17 -Og [-g] -finput-charset=UTF-8 "MAIN" ["RESOURCE"] -o "EXE"
 // -I"ROOT/include" -I"ROOT/orlib" -I"ROOT/parameter" LIBRARIES
 std::string formatCommandLine(const Toolchain& toolchain, const fs::path& mainCpp,
                               const fs::path& executable, bool debug) {
-    std::string line = quoted(toolchain.gxx);
+    std::string line;
+    appendPath(line, "", toolchain.gxx);
     line += " -std=c++17 -Og";
     if (debug) line += " -g";
     line += " -finput-charset=UTF-8";
-    line.append(" ").append(quoted(mainCpp));
-    if (toolchain.resourceObject) line.append(" ").append(quoted(*toolchain.resourceObject));
-    line.append(" -o ").append(quoted(executable));
+    appendPath(line, " ", mainCpp);
+    if (toolchain.resourceObject) appendPath(line, " ", *toolchain.resourceObject);
+    appendPath(line, " -o ", executable);
     for (const char* directory : {"include", "orlib", "parameter"})
-        line.append(" -I").append(quoted(toolchain.installRoot / directory));
-    return line + " -luser32 -lgdi32 -lkernel32 -lcomctl32 -lcomdlg32 -lshell32 -ladvapi32 "
-                  "-mwindows";
+        appendPath(line, " -I", toolchain.installRoot / directory);
+    line += " -luser32 -lgdi32 -lkernel32 -lcomctl32 -lcomdlg32 -lshell32 -ladvapi32 -mwindows";
+    return line;
 }
 
 } // namespace Orvane
