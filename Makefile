@@ -6,7 +6,8 @@ SHELL := /bin/bash
 JOBS ?= $(shell nproc)
 SETUP := tests/support/setup.sh
 
-# Used when it is there; CMake reads these once, at the first configuration of a tree.
+# CMake reads these once, at the first configuration of a tree; ccache is used when it is there.
+export CMAKE_GENERATOR := Ninja
 ifneq ($(shell command -v ccache),)
 export CMAKE_CXX_COMPILER_LAUNCHER := ccache
 endif

@@ -8,7 +8,7 @@ ui_driver=$PWD/build/product/ui_driver.exe
 build_product() {
     mkdir -p build/product
     local log=build/product/build.log
-    if ! { cmake -S . -B build/product -G Ninja -DCMAKE_BUILD_TYPE=Release &&
+    if ! { cmake -S . -B build/product -DCMAKE_BUILD_TYPE=Release &&
         cmake --build build/product &&
         cmake --install build/product --prefix "$stage" &&
         tests/ui/build_driver.sh x86_64-w64-mingw32-g++-posix "$ui_driver"; } > "$log" 2>&1; then
