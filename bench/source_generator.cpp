@@ -32,10 +32,10 @@ public:
 
     void classDeclaration() {
         line("class Record {");
-        line("    int id, size;");
+        line("    int id, count;");
         line("    string label;");
-        line("    Record(int id, int size) { label = \"record\"; }");
-        line("    int area(int factor) { return id * size * factor; }");
+        line("    Record(int id, int count) { label = \"record\"; }");
+        line("    int area(int factor) { return id * count * factor; }");
         line("}");
     }
 
@@ -56,7 +56,7 @@ public:
         line("        for (value item" + id + " : list" + id + ") { second = second + item" + id +
              " * " + decimal() + "; }");
         middle(noun + id, id);
-        line("        Record r" + id + " = Record { id = " + number() + ", size = first }; r" + id +
+        line("        Record r" + id + " = Record { id = " + number() + ", count = first }; r" + id +
              ".label = name" + id + ";");
         line("        return r" + id + ".area(" + number() + ") - list" + id + "[0] / (second - " +
              decimal() + ");");
