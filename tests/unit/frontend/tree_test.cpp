@@ -1,0 +1,111 @@
+// The tree's nodes and the arena that holds them.
+#include "frontend/syntax_tree.h"
+#include "tree_text.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace Orvane {
+namespace {
+
+using Testing::textOf;
+
+TEST(Arena, KeepsCopiesOfTexts) {
+    Arena arena;
+    std::string source = "speed";
+    const std::string_view kept = arena.text(source);
+    source = "other";
+    EXPECT_EQ(kept, "speed");
+    EXPECT_EQ(arena.text(""), "");
+}
+
+struct Owning {
+    static constexpr bool holdsOnlyArenaMemory = false;
+    explicit Owning(int& ends_) : ends(ends_) {}
+    ~Owning() { ++ends; }
+    int& ends;
+};
+
+struct Plain {
+    static constexpr bool holdsOnlyArenaMemory = true;
+    explicit Plain(int& ends_) : ends(ends_) {}
+    ~Plain() { ++ends; }
+    int& ends;
+};
+
+TEST(Arena, DestroysOnlyWhatOwnsOtherMemory) {
+    int owningEnds = 0;
+    int plainEnds = 0;
+    {
+        Arena arena;
+        arena.make<Owning>(owningEnds);
+        arena.make<Plain>(plainEnds);
+        EXPECT_EQ(owningEnds, 0);
+    }
+    EXPECT_EQ(owningEnds, 1);
+    EXPECT_EQ(plainEnds, 0);
+}
+
+TEST(Arena, ListsGrowInIt) {
+    Arena arena;
+    List<int> numbers(arena);
+    for (int number = 0; number < 10'000; ++number) numbers.push_back(number);
+    EXPECT_EQ(numbers[9'999], 9'999);
+    const List<int> moved = std::move(numbers);
+    EXPECT_EQ(moved.size(), 10'000U);
+}
+
+// The right side of an assignment is the deepest tree that code can build; its end must not
+// recurse.
+TEST(Arena, DeepTreesAreReleasedWithoutRecursion) {
+    Arena arena;
+    uptr<Expr> tree = arena.make<LiteralExpr>(Value("a text that is too long to be kept in place"));
+    for (int count = 0; count < 1'000'000; ++count)
+        tree = arena.make<BinaryExpr>(arena.make<IdentifierExpr>("a"), "=", std::move(tree));
+    EXPECT_NE(nodeCast<BinaryExpr>(tree), nullptr);
+}
+
+TEST(NodeCast, ComparesTheExactClass) {
+    Arena arena;
+    const uptr<Expr> name = arena.make<IdentifierExpr>("speed");
+    ASSERT_NE(nodeCast<IdentifierExpr>(name), nullptr);
+    EXPECT_EQ(nodeCast<IdentifierExpr>(name)->name, "speed");
+    EXPECT_EQ(nodeCast<LiteralExpr>(name), nullptr);
+    EXPECT_EQ(nodeCast<IdentifierExpr>(static_cast<const Expr*>(nullptr)), nullptr);
+    const Expr* constant = name.get();
+    const IdentifierExpr* found = nodeCast<IdentifierExpr>(constant);
+    EXPECT_EQ(found->name, "speed");
+}
+
+TEST(Nodes, TrailingFieldsStartEmpty) {
+    Arena arena;
+    const auto range = arena.make<RangeExpr>(nullptr, nullptr);
+    EXPECT_EQ(range->step, nullptr);
+    EXPECT_TRUE(range->label.empty());
+    const auto each = arena.make<ListComprehensionExpr>(nullptr, "v", nullptr);
+    EXPECT_EQ(each->condition, nullptr);
+    EXPECT_TRUE(arena.make<ObjectCtorExpr>(arena, "P")->fields.empty());
+}
+
+TEST(Nodes, CallsHaveANameOrACallee) {
+    Arena arena;
+    const auto named = arena.make<CallExpr>(arena, std::string_view("f"));
+    EXPECT_EQ(named->name, "f");
+    EXPECT_EQ(named->callee, nullptr);
+    EXPECT_TRUE(named->args.empty());
+    const auto other = arena.make<CallExpr>(arena, arena.make<IdentifierExpr>("g"));
+    EXPECT_TRUE(other->name.empty());
+    EXPECT_EQ(textOf(other.get()), "(apply g)");
+}
+
+TEST(Nodes, LiteralsKeepTheirOwnValue) {
+    Arena arena;
+    Value value("first");
+    const auto literal = arena.make<LiteralExpr>(value);
+    value = Value("second");
+    EXPECT_EQ(literal->value.asString(), "first");
+}
+
+} // namespace
+} // namespace Orvane
