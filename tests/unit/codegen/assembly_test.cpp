@@ -168,8 +168,7 @@ TEST_F(Assembly, TheWindowsOwnScriptServesItsHandlers) {
     generate(program);
     EXPECT_TRUE(contains(mainText(), "own();\n"));
     EXPECT_FALSE(contains(mainText(), "top();\n"));
-    EXPECT_TRUE(contains(importText(), "Value shared() {") ||
-                contains(importText(), "void shared() {"));
+    EXPECT_TRUE(contains(importText(), "void shared() {"));
     EXPECT_FALSE(contains(importText(), "hidden"));
 }
 

@@ -140,24 +140,33 @@ TEST_F(Controls, PictureWithoutFileLoadsNothing) {
     EXPECT_EQ(linesOf("picture c { src = \"\" }"), creation("STATIC", "", "1342177806"));
 }
 
+// `file` is a word of the language, so that no source text gives this menu.
 TEST_F(Controls, Menu) {
-    EXPECT_EQ(linesOf("menu file { items = {\"Open\", \"|\", \"Say \\\"Quit\\\"\"} }"),
-              "// Menu: file\n"
-              "HMENU hMenu_file = CreateMenu();\n"
-              "AppendMenuA(hMenu_file, MF_STRING, 1002, \"Open\");\n"
-              "AppendMenuA(hMenu_file, MF_SEPARATOR, 0, NULL);\n"
-              "AppendMenuA(hMenu_file, MF_STRING, 1003, \"Say \\\"Quit\\\"\");\n"
-              "SetMenu(hMainWnd, hMenu_file);\n");
+    Arena arena;
+    ExprList items(arena);
+    for (const char* item : {"Open", "|", "Say \"Quit\""})
+        items.push_back(arena.make<LiteralExpr>(Value(item)));
+    auto menu = arena.make<Component>(arena);
+    menu->type = "menu";
+    menu->name = "file";
+    menu->properties.push_back({"items", arena.make<ArrayExpr>(std::move(items))});
+    generator.generateComponent(menu.get());
+    EXPECT_EQ(mainText(), "// Menu: file\n"
+                          "HMENU hMenu_file = CreateMenu();\n"
+                          "AppendMenuA(hMenu_file, MF_STRING, 1002, \"Open\");\n"
+                          "AppendMenuA(hMenu_file, MF_SEPARATOR, 0, NULL);\n"
+                          "AppendMenuA(hMenu_file, MF_STRING, 1003, \"Say \\\"Quit\\\"\");\n"
+                          "SetMenu(hMainWnd, hMenu_file);\n");
     EXPECT_EQ(generator.getControlId("file"), 1001);
     EXPECT_EQ(generator.getControlId("file_Open"), 1002);
     EXPECT_EQ(generator.getControlId("file_Say \"Quit\""), 1003);
 }
 
 TEST_F(Controls, MenuWithoutItems) {
-    EXPECT_EQ(linesOf("menu file { text = \"File\" menu = \"x\" }"),
-              "// Menu: file\n"
-              "HMENU hMenu_file = CreateMenu();\n"
-              "SetMenu(hMainWnd, hMenu_file);\n");
+    EXPECT_EQ(linesOf("menu bar { text = \"File\" menu = \"x\" }"),
+              "// Menu: bar\n"
+              "HMENU hMenu_bar = CreateMenu();\n"
+              "SetMenu(hMainWnd, hMenu_bar);\n");
 }
 
 TEST_F(Controls, Status) {

@@ -104,7 +104,7 @@ LRESULT CALLBACK WndProc(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam) {
 TEST_F(Window, WithAColouredButtonAndAHandler) {
     EXPECT_EQ(windowText("vorla Main {\n"
                          "  button ok { text = \"OK\" color = #FF8000 on click { go(); } }\n"
-                         "  menu file { items = {\"Quit\"} }\n"
+                         "  menu main { items = {\"Quit\"} }\n"
                          "  timer tick { }\n"
                          "}"),
               std::string(R"(HWND hMainWnd;
@@ -119,10 +119,10 @@ void CreateControls(HWND hWnd) {
         hMainWnd, (HMENU)1001, hInst, NULL);
 )"
                           "    \n"
-                          R"(    // Menu: file
-    HMENU hMenu_file = CreateMenu();
-    AppendMenuA(hMenu_file, MF_STRING, 1003, "Quit");
-    SetMenu(hMainWnd, hMenu_file);
+                          R"(    // Menu: main
+    HMENU hMenu_main = CreateMenu();
+    AppendMenuA(hMenu_main, MF_STRING, 1003, "Quit");
+    SetMenu(hMainWnd, hMenu_main);
     // Timer: tick (use SetTimer in script)
 }
 
@@ -316,9 +316,9 @@ TEST_F(Window, EachEventHasItsCondition) {
 
 TEST_F(Window, AMenuEntryIsReachedByMenuAndEntryName) {
     const std::string text =
-        windowText("vorla Main { menu file { items = {\"Open\", \"Quit\"} } }\n"
-                   "Main.script { on file_Quit.click { exit(0); } }");
-    EXPECT_TRUE(contains(text, "AppendMenuA(hMenu_file, MF_STRING, 1003, \"Quit\");"));
+        windowText("vorla Main { menu main { items = {\"Open\", \"Quit\"} } }\n"
+                   "Main.script { on main_Quit.click { exit(0); } }");
+    EXPECT_TRUE(contains(text, "AppendMenuA(hMenu_main, MF_STRING, 1003, \"Quit\");"));
     EXPECT_TRUE(contains(text, "        case 1003: {\n"
                                "    if (HIWORD(wParam) == BN_CLICKED) {\n"
                                "exit(0);\n"
@@ -397,7 +397,7 @@ TEST_F(Colours, AnyColourPropertyOfTheWindowsControlsCounts) {
             parse("vorla Main {" + std::string(components) + "}").window.get());
     };
     EXPECT_FALSE(hasColours(""));
-    EXPECT_FALSE(hasColours("text t { text = \"color\" } text color { }"));
+    EXPECT_FALSE(hasColours("text t { text = \"color\" colors = 1 }"));
     EXPECT_TRUE(hasColours("text a { } text t { color = #000000 }"));
     EXPECT_TRUE(hasColours("text t { background = f(x) }"));
 }
