@@ -17,6 +17,10 @@ constexpr std::array<std::string_view, 8> verbs = {"update", "measure", "collect
 constexpr std::array<std::string_view, 6> kinds = {"button", "entry",   "text",
                                                    "slider", "listbox", "checkbox"};
 
+// Every handler declares all controls of its window in the generated program; a bounded number of
+// handlers keeps that text in proportion to the source.
+constexpr std::size_t controlsWithHandler = 20;
+
 class Writer {
 public:
     std::string take() { return std::move(text); }
@@ -56,8 +60,8 @@ public:
         line("        for (value item" + id + " : list" + id + ") { second = second + item" + id +
              " * " + decimal() + "; }");
         middle(noun + id, id);
-        line("        Record r" + id + " = Record { id = " + number() + ", count = first }; r" + id +
-             ".label = name" + id + ";");
+        line("        Record r" + id + " = Record { id = " + number() + ", count = first }; r" +
+             id + ".label = name" + id + ";");
         line("        return r" + id + ".area(" + number() + ") - list" + id + "[0] / (second - " +
              decimal() + ");");
         line("    }");
@@ -86,7 +90,8 @@ private:
              "; height = 30;");
         line("        text = \"Control " + id + "\"; color = #" +
              std::to_string(100'000 + random() % 900'000) + ";");
-        line("        on click { alert(\"clicked " + id + " of \" + " + number() + "); }");
+        if (index < controlsWithHandler)
+            line("        on click { alert(\"clicked " + id + " of \" + " + number() + "); }");
         line("    }");
     }
 
@@ -120,7 +125,7 @@ private:
 } // namespace
 
 std::string generateSource(std::size_t lines) {
-    constexpr std::size_t linesPerControl = 100;
+    constexpr std::size_t linesPerControl = 1000;
     constexpr std::size_t minimumControls = 3;
     Writer writer;
     writer.window(std::max(lines / linesPerControl, minimumControls));
