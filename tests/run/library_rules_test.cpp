@@ -1,0 +1,182 @@
+// Rules that every library file keeps, so that its functions are found, do not drag each other into
+// a program, and can be called with dynamic values.
+#include "translation.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+
+namespace Orvane {
+namespace {
+
+const std::filesystem::path folder = ORVANE_ORLIB;
+
+std::string readText(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+// The definitions of a file as a reader sees them: the lines that begin with a type and a name.
+std::vector<std::string> definedNames(const std::string& text) {
+    const std::regex definition("^(value|int|bool|string|double|void) ([A-Za-z0-9_]+)\\(.*\\{$");
+    std::vector<std::string> names;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        std::smatch match;
+        if (std::regex_match(line, match, definition)) names.push_back(match[2]);
+    }
+    return names;
+}
+
+bool isHelper(const std::string& name) { return name.compare(0, 3, "orx") == 0; }
+
+ReplacementTable everything() {
+    RecordingConsole console;
+    return loadLibraries(folder, libraryFiles(folder), console);
+}
+
+// Calls fn(name, entry) for every function of every library.
+template <typename Function>
+void forEachFunction(const ReplacementTable& table, Function fn) {
+    for (const auto& [name, entries] : table.entries())
+        for (const FunctionEntry& entry : entries) fn(name, entry);
+}
+
+// The names that a body calls: a word with a parenthesis behind it.
+std::set<std::string> calledNames(const std::string& body) {
+    static const std::regex call("([A-Za-z0-9_]+)\\s*\\(");
+    std::set<std::string> names;
+    for (std::sregex_iterator at(body.begin(), body.end(), call), end; at != end; ++at)
+        names.insert((*at)[1]);
+    return names;
+}
+
+TEST(LibraryFiles, existWithTheStandardSet) {
+    const auto files = libraryFiles(folder);
+    for (const char* name : {"array.orlib", "container.orlib", "io.orlib", "math.orlib",
+                             "normal.orlib", "orxcore.orlib", "string.orlib", "win32.orlib"})
+        EXPECT_NE(std::find(files.begin(), files.end(), name), files.end()) << name;
+}
+
+TEST(LibraryFiles, areReadWithoutASkippedFunction) {
+    for (const std::string& file : libraryFiles(folder)) {
+        std::string expected;
+        for (const std::string& name : definedNames(readText(folder / file)))
+            expected += "  function: " + name + "\n";
+        RecordingConsole console;
+        loadLibraries(folder, {file}, console);
+        // What the file itself defines comes last, behind what its imports define.
+        ASSERT_GE(console.text().size(), expected.size()) << file;
+        EXPECT_EQ(console.text().substr(console.text().size() - expected.size()), expected) << file;
+    }
+}
+
+TEST(LibraryFiles, loadWithoutAWarning) {
+    RecordingConsole console;
+    const ReplacementTable table = loadLibraries(folder, libraryFiles(folder), console);
+    EXPECT_EQ(console.text().find("Warning"), std::string::npos);
+    EXPECT_EQ(console.text().find("Error"), std::string::npos);
+    EXPECT_GT(table.size(), 200u);
+}
+
+TEST(LibraryFiles, standardSetHoldsItsFiveLibraries) {
+    RecordingConsole console;
+    const ReplacementTable normal = loadLibraries(folder, {"normal.orlib"}, console);
+    RecordingConsole other;
+    const ReplacementTable five = loadLibraries(
+        folder, {"string.orlib", "array.orlib", "io.orlib", "math.orlib", "win32.orlib"}, other);
+    EXPECT_EQ(normal.size(), five.size());
+    for (const auto& [name, entries] : five.entries()) EXPECT_TRUE(normal.exists(name)) << name;
+}
+
+TEST(LibraryFunctions, carryAPublicNameOrTheHelperPrefix) {
+    RecordingConsole console;
+    const ReplacementTable core = loadLibraries(folder, {"orxcore.orlib"}, console);
+    forEachFunction(core, [](const std::string& name, const FunctionEntry&) {
+        EXPECT_TRUE(isHelper(name)) << name;
+    });
+}
+
+TEST(LibraryFunctions, callHelpersOnly) {
+    const ReplacementTable table = everything();
+    forEachFunction(table, [&table](const std::string& name, const FunctionEntry& entry) {
+        for (const std::string& called : calledNames(entry.body))
+            EXPECT_TRUE(isHelper(called) || !table.exists(called))
+                << name << " would bring " << called << " into a program";
+    });
+}
+
+TEST(LibraryFunctions, takeDynamicValues) {
+    forEachFunction(everything(), [](const std::string& name, const FunctionEntry& entry) {
+        if (isHelper(name)) return;
+        for (const std::string& type : entry.paramTypes) {
+            const bool isForLiterals =
+                (name == "atoi" || name == "atof") && (type == "int" || type == "double");
+            EXPECT_TRUE(type == "value" || type == "Value&" || isForLiterals)
+                << name << ": " << type;
+        }
+    });
+}
+
+TEST(LibraryFunctions, differInTheNumberOfParameters) {
+    for (const auto& [name, entries] : everything().entries()) {
+        std::set<std::size_t> counts;
+        for (const FunctionEntry& entry : entries) {
+            const bool isForLiterals =
+                entry.paramTypes.size() == 1 &&
+                (entry.paramTypes[0] == "int" || entry.paramTypes[0] == "double");
+            if (isHelper(name) || isForLiterals) continue;
+            EXPECT_TRUE(counts.insert(entry.paramTypes.size()).second) << name;
+        }
+        if (isHelper(name)) EXPECT_EQ(entries.size(), 1u) << name;
+    }
+}
+
+TEST(LibraryFunctions, haveACommentWithTheirParameters) {
+    for (const std::string& file : libraryFiles(folder)) {
+        RecordingConsole console;
+        const std::string text = readText(folder / file);
+        const ReplacementTable table = loadLibraries(folder, {file}, console);
+        const auto names = definedNames(text);
+        for (const std::string& name : std::set<std::string>(names.begin(), names.end())) {
+            for (const FunctionEntry* entry : table.getAll(name)) {
+                std::string comment = "// " + name + "(";
+                for (std::size_t i = 0; i < entry->paramNames.size(); ++i)
+                    comment += (i > 0 ? ", " : "") + entry->paramNames[i];
+                EXPECT_NE(text.find(comment + "): "), std::string::npos) << file << ": " << comment;
+            }
+        }
+    }
+}
+
+TEST(LibraryFunctions, useEveryHelper) {
+    const ReplacementTable table = everything();
+    std::set<std::string> called;
+    forEachFunction(table, [&called](const std::string& name, const FunctionEntry& entry) {
+        for (const std::string& callee : calledNames(entry.body))
+            if (callee != name) called.insert(callee);
+    });
+    forEachFunction(table, [&called](const std::string& name, const FunctionEntry&) {
+        if (isHelper(name)) EXPECT_TRUE(called.count(name) == 1) << name << " is called by nothing";
+    });
+}
+
+TEST(LibraryFunctions, bringOnlyTheirHelpersIntoAProgram) {
+    const ReplacementTable table = everything();
+    RecordingConsole console;
+    const Translation program =
+        translate("t.script { void f() { value a = 1; addItem(a, a); } }", table, console);
+    EXPECT_NE(program.importText.find("int addItem(Value c, Value s) {"), std::string::npos);
+    EXPECT_NE(program.importText.find("string orxWide(string s) {"), std::string::npos);
+    EXPECT_EQ(program.importText.find("getItem("), std::string::npos);
+    EXPECT_EQ(program.importText.find("orxReadAll("), std::string::npos);
+}
+
+} // namespace
+} // namespace Orvane

@@ -1,0 +1,8 @@
+// The parts of the test of the runtime type; one translation unit each, as a generated header must
+// stand being included more than once in a program.
+#pragma once
+
+void testBasics();    // basics.cpp: making, asking, reading, converting, text, indexing
+void testOperators(); // operators.cpp: every operator with every pair of kinds
+void testOverloads(); // overloads.cpp: every operator with every pair of C++ operand types
+void testWindows();   // windows.cpp: window handles and text conversion

@@ -1,0 +1,105 @@
+// Writes translated programs for the tests to compile:
+//
+//     write_programs value FOLDER           FOLDER/import.hpp with the runtime type and all
+//     converters write_programs all FOLDER ORLIB       FOLDER/import.hpp with every library
+//     function write_programs single FOLDER ORLIB    FOLDER/<function>/import.hpp with that
+//     function alone
+//
+// A library function is called with dynamic values, and alone also with each kind of C++ operand
+// that a script can give it; a parameter that is changed for the caller always gets a variable.
+#include "translation.h"
+
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+
+using namespace Orvane;
+
+namespace {
+
+const std::vector<std::string> allArguments = {"a", "1", "2.5", "\"t\"", "true", "{1}"};
+
+// The C++ library takes two iterators of the same type before a library function takes two lists.
+bool isTakenByCpp(const std::string& name, const FunctionEntry& entry,
+                  const std::string& argument) {
+    return name == "sort" && entry.paramNames.size() == 2 && argument != "a";
+}
+
+std::string callOf(const FunctionEntry& entry, const std::string& argument) {
+    std::string call = "    " + entry.name + "(";
+    for (std::size_t i = 0; i < entry.paramTypes.size(); ++i) {
+        if (i > 0) call += ", ";
+        call += entry.paramTypes[i].back() == '&' ? "a" : argument;
+    }
+    return call + ");\n";
+}
+
+// All forms of a name, those with C++ parameters included.
+std::string callsOf(const std::string& name, const std::vector<FunctionEntry>& entries,
+                    const std::vector<std::string>& arguments) {
+    std::string calls;
+    for (const FunctionEntry& entry : entries)
+        for (const std::string& argument : arguments)
+            if (!isTakenByCpp(name, entry, argument)) calls += callOf(entry, argument);
+    return calls;
+}
+
+std::string sourceOf(const std::string& calls) {
+    return "t.script {\n  void callThem() {\n    value a = 1;\n" + calls + "  }\n}\n";
+}
+
+bool isHelper(const std::string& name) { return name.compare(0, 3, "orx") == 0; }
+
+void writeProgram(const std::filesystem::path& folder, const std::string& source,
+                  const ReplacementTable& table) {
+    RecordingConsole console;
+    const Translation program = translate(source, table, console);
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / "main.cpp") << program.mainText;
+    std::ofstream importFile(folder / "import.hpp");
+    importFile << program.importText;
+    importFile.close();
+    if (!importFile) throw std::runtime_error("cannot write " + (folder / "import.hpp").string());
+}
+
+void writeAll(const std::filesystem::path& folder, const ReplacementTable& table) {
+    std::string calls;
+    for (const auto& [name, entries] : table.entries())
+        if (!isHelper(name)) calls += callsOf(name, entries, {"a"});
+    writeProgram(folder, sourceOf(calls + "    print(1);\n"), table);
+}
+
+void writeSingles(const std::filesystem::path& folder, const ReplacementTable& table) {
+    for (const auto& [name, entries] : table.entries())
+        if (!isHelper(name))
+            writeProgram(folder / name, sourceOf(callsOf(name, entries, allArguments)), table);
+}
+
+void run(const std::vector<std::string>& words) {
+    if (words.size() == 2 && words[0] == "value") {
+        // Called by a handler, so that the header holds no function of the script: the test
+        // includes it in several translation units.
+        return writeProgram(words[1], "vorla W { button b { on click { print(1); alert(1); } } }",
+                            ReplacementTable());
+    }
+    if (words.size() != 3) throw std::runtime_error("usage: value|all|single FOLDER [ORLIB]");
+    RecordingConsole console;
+    const ReplacementTable table = loadLibraries(words[2], libraryFiles(words[2]), console);
+    if (words[0] == "all") return writeAll(words[1], table);
+    if (words[0] == "single") return writeSingles(words[1], table);
+    throw std::runtime_error("unknown kind of program: " + words[0]);
+}
+
+} // namespace
+
+int main(int count, char** words) {
+    try {
+        run(std::vector<std::string>(words + 1, words + count));
+        return 0;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "write_programs: %s\n", error.what());
+        return 1;
+    }
+}
