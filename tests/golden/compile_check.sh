@@ -71,5 +71,8 @@ mkdir -p "$2"
 list_cases "$1" > "$2/cases"
 count=$(wc -l < "$2/cases")
 echo "$count cases"
-[ "$count" -gt 0 ]
+if [ "$count" -lt 10 ]; then
+    echo "Too few: the list of cases is broken"
+    exit 1
+fi
 xargs -a "$2/cases" -P "$(nproc)" -I{} "$0" --case {} "$2"
