@@ -1,9 +1,8 @@
-// Expressions whose text begins with the text of their left operand: operators, member accesses,
-// indexing and calls.
+// Expressions that are written operand by operand: operators, member accesses, indexing and calls.
 //
 // A source such as a + b + c + ... or a[1][2]... makes a tree that leans to the left as deep as the
-// chain is long. Nothing here recurses along it: genChain walks down to the innermost operand,
-// writing what each node puts in front of it, and then closes the nodes from the inside out.
+// chain is long, so nothing here recurses along it: genChain walks the operands with a stack of its
+// own. That spares the program's stack the many small steps of a tree of operators as well.
 
 #include "codegen/code_generator_core.h"
 
@@ -35,6 +34,12 @@ const BinaryExpr* assignedAll(const BinaryExpr& binary) {
     return binary.op == "=" ? asAllReference(binary.left.get()) : nullptr;
 }
 
+// An operator between two operands, assignment included: all but member accesses and broadcasts.
+const BinaryExpr* asOperation(const Expr* expr) {
+    const auto* binary = nodeCast<BinaryExpr>(expr);
+    return binary && binary->op != "." && !assignedAll(*binary) ? binary : nullptr;
+}
+
 // The x.all of a call x.all.method(...).
 const BinaryExpr* calledAll(const CallExpr& call) {
     const auto* access = asMemberAccess(call.callee.get());
@@ -42,7 +47,8 @@ const BinaryExpr* calledAll(const CallExpr& call) {
                                                              : nullptr;
 }
 
-// Both broadcasts visit the elements of the collection under the name _e.
+// What both broadcasts write around the collection and the work on one element. They visit the
+// elements of the collection under the name _e.
 constexpr std::string_view broadcastFront = "([&]() { auto& _arr = ";
 constexpr std::string_view broadcastLoop = "; for (auto& _e : _arr.arrayVal) { ";
 constexpr std::string_view broadcastEnd = "; } })()";
@@ -57,25 +63,25 @@ void CodeGeneratorCore::genIndex(const IndexExpr& index) { genChain(&index); }
 
 void CodeGeneratorCore::genChain(const Expr* expr) {
     const std::size_t outermost = openNodes.size();
-    while (stepLeft(expr)) {
-    }
-    generateExpr(expr);
-    while (openNodes.size() > outermost) {
-        const Expr* node = openNodes.back();
-        openNodes.pop_back();
-        closeNode(node);
+    bool hasOperand = true;
+    while (hasOperand) {
+        while (stepLeft(expr)) {
+        }
+        generateExpr(expr);
+        hasOperand = false;
+        while (!hasOperand && openNodes.size() > outermost) hasOperand = stepRight(expr);
     }
 }
 
-// Writes the front of a chain node, moves on to its left operand and leaves it to closeNode to
-// write the rest; false, with nothing written, for a node of another kind.
+// Writes the front of a chain node and moves on to its left operand; false, with nothing written,
+// for a node of another kind.
 bool CodeGeneratorCore::stepLeft(const Expr*& node) {
     if (const auto* binary = nodeCast<BinaryExpr>(node)) {
         node = openBinary(*binary);
         return true;
     }
     if (const auto* index = nodeCast<IndexExpr>(node)) {
-        openNodes.push_back(node);
+        openNodes.push_back({node, false});
         node = index->object.get();
         return true;
     }
@@ -83,7 +89,7 @@ bool CodeGeneratorCore::stepLeft(const Expr*& node) {
     const BinaryExpr* all = call ? calledAll(*call) : nullptr;
     if (!all) return false;
     write(broadcastFront);
-    openNodes.push_back(node);
+    openNodes.push_back({node, false});
     node = all->left.get();
     return true;
 }
@@ -100,7 +106,7 @@ const Expr* CodeGeneratorCore::openBinary(const BinaryExpr& binary) {
         write("_e");
         return nullptr;
     }
-    openNodes.push_back(&binary);
+    openNodes.push_back({&binary, false});
     if (const BinaryExpr* all = assignedAll(binary)) {
         write(broadcastFront);
         return all->left.get();
@@ -109,34 +115,57 @@ const Expr* CodeGeneratorCore::openBinary(const BinaryExpr& binary) {
     return binary.left.get();
 }
 
+// Goes on behind the operand that has just been written. True when the innermost open node has
+// another one, to which it moves; otherwise the node is closed.
+//
+// (LEFT + RIGHT), the operator as it stands in the source
 // OBJECT[INDEX]
-// ([&]() { auto& _arr = COLLECTION; for (auto& _e : _arr.arrayVal) { _e["METHOD"](ARGS); } })()
-void CodeGeneratorCore::closeNode(const Expr* node) {
-    if (const auto* binary = nodeCast<BinaryExpr>(node)) {
-        closeBinary(*binary);
-    } else if (const auto* index = nodeCast<IndexExpr>(node)) {
-        write("[", index->index, "]");
-    } else if (const auto* call = nodeCast<CallExpr>(node)) {
-        const std::string_view method = memberName(*asMemberAccess(call->callee.get()));
-        write(broadcastLoop, "_e[\"", method, "\"](", call->args, ")", broadcastEnd);
+bool CodeGeneratorCore::stepRight(const Expr*& node) {
+    const Expr* open = openNodes.back().node;
+    const auto* index = nodeCast<IndexExpr>(open);
+    const auto* operation = asOperation(open);
+    if (openNodes.back().hasRight) {
+        openNodes.pop_back();
+        write(index ? "]" : ")");
+        return false;
     }
+    if (!index && !operation) {
+        openNodes.pop_back();
+        writeRest(open);
+        return false;
+    }
+    openNodes.back().hasRight = true;
+    if (index)
+        write("[");
+    else
+        write(" ", operation->op, " ");
+    node = index ? index->index.get() : operation->right.get();
+    return true;
 }
 
-// (LEFT + RIGHT), the operator as it stands in the source
+// What follows the left operand of a node that has no other:
+//
 // LEFT["NAME"]
+void CodeGeneratorCore::writeRest(const Expr* node) {
+    if (const auto* call = nodeCast<CallExpr>(node)) return genBroadcastCall(*call);
+    const auto* binary = nodeCast<BinaryExpr>(node);
+    if (const BinaryExpr* all = assignedAll(*binary)) return genBroadcastAssignment(*binary, *all);
+    write("[\"", memberName(*binary), "\"]");
+}
+
 // ([&]() { auto& _arr = COLLECTION; for (auto& _e : _arr.arrayVal) { _e = RIGHT; } })()
-void CodeGeneratorCore::closeBinary(const BinaryExpr& binary) {
-    if (const BinaryExpr* all = assignedAll(binary)) {
-        const auto* collection = nodeCast<IdentifierExpr>(all->left);
-        const std::string outer = std::exchange(
-            allElementName, collection ? std::string(collection->name) : std::string());
-        write(broadcastLoop, "_e = ", binary.right, broadcastEnd);
-        allElementName = outer;
-    } else if (binary.op == ".") {
-        write("[\"", memberName(binary), "\"]");
-    } else {
-        write(" ", binary.op, " ", binary.right, ")");
-    }
+void CodeGeneratorCore::genBroadcastAssignment(const BinaryExpr& binary, const BinaryExpr& all) {
+    const auto* collection = nodeCast<IdentifierExpr>(all.left);
+    std::string outer =
+        std::exchange(allElementName, std::string(collection ? collection->name : ""));
+    write(broadcastLoop, "_e = ", binary.right, broadcastEnd);
+    allElementName = std::move(outer);
+}
+
+// ([&]() { auto& _arr = COLLECTION; for (auto& _e : _arr.arrayVal) { _e["METHOD"](ARGS); } })()
+void CodeGeneratorCore::genBroadcastCall(const CallExpr& call) {
+    const std::string_view method = memberName(*asMemberAccess(call.callee.get()));
+    write(broadcastLoop, "_e[\"", method, "\"](", call.args, ")", broadcastEnd);
 }
 
 // ---- Calls ----

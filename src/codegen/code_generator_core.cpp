@@ -32,6 +32,12 @@ void CodeGeneratorCore::writeIndent() {
         out.fill(static_cast<std::size_t>(indentLevel) * unit, ' ');
 }
 
+void CodeGeneratorCore::writePiece(std::string_view text) { out << text; }
+void CodeGeneratorCore::writePiece(char character) { out << character; }
+void CodeGeneratorCore::writePiece(int number) { out << number; }
+void CodeGeneratorCore::writePiece(double number) { out << number; }
+void CodeGeneratorCore::writePiece(const uptr<Expr>& expr) { generateExpr(expr.get()); }
+
 void CodeGeneratorCore::writePiece(const ExprList& exprs) {
     std::string_view separator;
     for (const auto& expr : exprs) {

@@ -140,20 +140,29 @@ protected:
     int uniqueCounter = 0; // numbers the locals of `when` and `defer`; only grows
 
 private:
-    template <class Piece>
-    void writePiece(const Piece& piece) {
-        out << piece;
-    }
-    void writePiece(const uptr<Expr>& expr) { generateExpr(expr.get()); }
+    // Not inline: bodies nest as deep as the source does, and every inlined piece makes the frames
+    // of the functions that write them larger.
+    void writePiece(std::string_view text);
+    void writePiece(char character);
+    void writePiece(int number);
+    void writePiece(double number);
+    void writePiece(const uptr<Expr>& expr);
     void writePiece(const ExprList& exprs);
     void writeLines(const StmtList& statements); // one level deeper than what stands
 
-    // ---- Left-leaning chains (chains.cpp) ----
+    // ---- Chains (chains.cpp) ----
+    // A node whose front is written, followed so far by the text of its left operand or of both.
+    struct OpenNode {
+        const Expr* node;
+        bool hasRight;
+    };
     void genChain(const Expr* expr);
     bool stepLeft(const Expr*& node);
     const Expr* openBinary(const BinaryExpr& binary);
-    void closeNode(const Expr* node);
-    void closeBinary(const BinaryExpr& binary);
+    bool stepRight(const Expr*& node);
+    void writeRest(const Expr* node);
+    void genBroadcastAssignment(const BinaryExpr& binary, const BinaryExpr& all);
+    void genBroadcastCall(const CallExpr& call);
     void genMemberCall(const CallExpr& call);
     std::string declaredClass(std::string_view variable) const;
 
@@ -166,8 +175,7 @@ private:
     void genExpectFailure(const ExpectStmt& stmt);
     void genWhenCase(const WhenCase& branch, bool isFirst, int number);
 
-    // Chain nodes of which the front is written and the rest is still to come, outermost first.
-    std::vector<const Expr*> openNodes;
+    std::vector<OpenNode> openNodes; // the chains that are being written, outermost first
 };
 
 // Raises the indentation level for the lifetime of a scope.

@@ -761,5 +761,43 @@ TEST_F(Expressions, LongChainsOfCallsAreWrittenWithoutRecursion) {
     EXPECT_EQ(written(calls), "/* class call . */ Value()");
 }
 
+// ---- Deep nesting ----
+
+// As deep as the parser follows a source; the stack is the default one, sanitizers included.
+constexpr int deepest = 1000;
+
+TEST_F(Expressions, DeeplyNestedOperandsFitTheStack) {
+    auto nested = tree.name("x");
+    std::string front, end;
+    for (int depth = 0; depth < deepest; ++depth) {
+        auto sum = tree.binary(tree.name("a"), "+", tree.call("f", std::move(nested)));
+        nested = tree.binary(tree.name("b"), "=", tree.binary(tree.name("c"), "<", std::move(sum)));
+        front += "(b = (c < (a + f(";
+        end += "))))";
+    }
+    EXPECT_TRUE(written(nested) == front + "x" + end);
+}
+
+TEST_F(Expressions, DeeplyNestedBroadcastsFitTheStack) {
+    auto nested = tree.name("x");
+    std::string front, end;
+    for (int depth = 0; depth < deepest; ++depth) {
+        auto all = tree.member(tree.name("a"), "all");
+        nested = tree.binary(std::move(all), "=", std::move(nested));
+        front += "([&]() { auto& _arr = a; for (auto& _e : _arr.arrayVal) { _e = ";
+        end += "; } })()";
+    }
+    EXPECT_TRUE(written(nested) == front + "x" + end);
+}
+
+TEST_F(Expressions, DeeplyNestedListsFitTheStack) {
+    auto nested = tree.name("x");
+    for (int depth = 0; depth < deepest; ++depth)
+        nested = tree.comprehension(tree.name("v"), "v", std::move(nested));
+    const std::string text = written(nested);
+    EXPECT_NE(text.find("\n" + std::string(4000, ' ') + "Value _lcit = x;\n"), std::string::npos);
+    EXPECT_TRUE(text.ends_with("\n    return Value(_lcr);\n})()"));
+}
+
 } // namespace
 } // namespace Orvane

@@ -609,5 +609,22 @@ TEST_F(Statements, LongLaddersAreWrittenWithoutRecursion) {
     EXPECT_LT(text.size(), 50'000'000U);
 }
 
+// As deep as the parser follows a source; the stack is the default one, sanitizers included.
+TEST_F(Statements, DeeplyNestedBodiesFitTheStack) {
+    constexpr int deepest = 1000;
+    auto nested = tree.call0("f");
+    auto branches = tree.call0("f");
+    auto cleanups = tree.call0("f");
+    for (int depth = 0; depth < deepest; ++depth) {
+        nested = tree.forEach("Shape", "s", tree.name("xs"), tree.stmts(std::move(nested)));
+        branches =
+            tree.ifOnly(tree.name("c"), tree.stmts(tree.block(tree.stmts(std::move(branches)))));
+        cleanups = tree.defer(std::move(cleanups));
+    }
+    EXPECT_TRUE(written(nested).ends_with("\n        }\n    }\n}\n"));
+    EXPECT_TRUE(written(branches).ends_with("\n        }\n    }\n}\n"));
+    EXPECT_TRUE(written(cleanups).ends_with("\n(void)__dguard_0;\n"));
+}
+
 } // namespace
 } // namespace Orvane
