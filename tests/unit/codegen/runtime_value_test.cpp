@@ -122,11 +122,5 @@ TEST(RuntimeValue, headsEachConverterByItsComment) {
     EXPECT_TRUE(utf8ToWideText().ends_with("\n}\n"));
 }
 
-TEST(RuntimeValue, givesTheSameTextEveryTime) {
-    EXPECT_EQ(runtimeValueText().data(), runtimeValueText().data());
-    EXPECT_EQ(utf8ToAcpText(), utf8ToAcpText());
-    EXPECT_NE(utf8ToAcpText(), utf8ToWideText());
-}
-
 } // namespace
 } // namespace Orvane
