@@ -153,7 +153,7 @@ Lexer::Lexer(std::string source_, Console& console_)
 std::vector<Token> Lexer::tokenize() {
     // A token for every five characters is usual. The bound keeps a source of nothing but blanks
     // or one long comment from taking memory that no token needs.
-    constexpr std::size_t largestGuess = 1U << 20;
+    constexpr std::size_t largestGuess = 1U << 22;
     std::vector<Token> tokens;
     tokens.reserve(std::min(source.size() / 5 + 2, largestGuess));
     for (;;) {
