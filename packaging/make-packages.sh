@@ -28,7 +28,7 @@ package() { # package SYSTEM [CMAKE OPTIONS]
         tail -n 30 "$log" >&2
         return 1
     fi
-    cp "$build"/packages/orvane-*-x64.* "$folder/"
+    cp "$build"/packages/*.zip "$build"/packages/*.tar.gz "$build"/packages/*.sha256 "$folder/" 2> /dev/null || true
 }
 
 rm -rf "$folder" build/package-*/packages
