@@ -28,7 +28,7 @@ package() { # package SYSTEM [CMAKE OPTIONS]
         tail -n 30 "$log" >&2
         return 1
     fi
-    cp "$build"/packages/*.zip "$build"/packages/*.tar.gz "$build"/packages/*.sha256 "$folder/" 2> /dev/null || true
+    find "$build/packages" -maxdepth 1 -name 'orvane-*-x64.*' ! -name '*.json' -exec cp {} "$folder/" \;
 }
 
 rm -rf "$folder" build/package-*/packages

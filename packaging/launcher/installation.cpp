@@ -63,21 +63,27 @@ bool Installation::isUsable(const std::wstring& folder) const {
            readFile(folder + L"\\made") == utf8Of(formatState(folder));
 }
 
-static bool canWrite(const std::wstring& folder) {
+// The lock is a file that nobody else can open meanwhile; it opens again with the end of its owner.
+// In a folder that cannot be written there is none.
+static HANDLE openLock(const std::wstring& folder) {
     CreateDirectoryW(folderOf(folder).c_str(), nullptr);
     CreateDirectoryW(folder.c_str(), nullptr);
-    const std::wstring probe = folder + L"\\probe" + std::to_wstring(GetCurrentProcessId());
-    if (!writeFile(probe, "")) return false;
-    DeleteFileW(probe.c_str());
-    return true;
+    return CreateFileW((folder + L"\\lock").c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 std::wstring Installation::findHeader() const {
     if (!isFile(toolsFolder + L"\\fast\\includes.h")) return {};
     for (const std::wstring& folder : headerFolders)
         if (isUsable(folder)) return folder;
-    for (const std::wstring& folder : headerFolders)
-        if (canWrite(folder)) return makeHeader(folder) ? folder : std::wstring();
+    for (const std::wstring& folder : headerFolders) {
+        const HANDLE lock = openLock(folder);
+        if (lock == INVALID_HANDLE_VALUE && GetLastError() == ERROR_SHARING_VIOLATION) return {};
+        if (lock == INVALID_HANDLE_VALUE) continue;
+        const bool made = isUsable(folder) || makeHeader(folder);
+        CloseHandle(lock);
+        return made ? folder : std::wstring();
+    }
     return {};
 }
 
@@ -101,21 +107,10 @@ static bool isYoungerThanAnHour(const std::wstring& path) {
     return ticks(now) - ticks(data.ftLastWriteTime) < hour;
 }
 
-// Where another launcher holds the lock, or where making it failed within the hour (no room, say),
-// there is no header. The lock is a file that nobody else can open; it goes with its owner.
+// Called with the folder locked. A failure (no room, say) is not repeated within the hour. The
+// header comes into its place complete, and "made" behind it.
 bool Installation::makeHeader(const std::wstring& folder) const {
-    const std::wstring lockPath = folder + L"\\lock";
-    const HANDLE lock = CreateFileW(lockPath.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                    FILE_FLAG_DELETE_ON_CLOSE, nullptr);
-    if (lock == INVALID_HANDLE_VALUE) return false;
-    const bool made =
-        isUsable(folder) || (!isYoungerThanAnHour(folder + L"\\failed") && buildHeader(folder));
-    CloseHandle(lock);
-    return made;
-}
-
-// The header comes into its place complete, and "made" behind it.
-bool Installation::buildHeader(const std::wstring& folder) const {
+    if (isYoungerThanAnHour(folder + L"\\failed")) return false;
     const std::wstring text = toolsFolder + L"\\fast\\includes.h";
     const std::wstring made = folder + L"\\made";
     DeleteFileW(made.c_str());

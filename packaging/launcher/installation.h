@@ -37,7 +37,6 @@ private:
     bool isUsable(const std::wstring& folder) const;
     bool makeHeader(const std::wstring& folder) const;
     bool precompile(const std::wstring& folder) const;
-    bool buildHeader(const std::wstring& folder) const;
 
     std::wstring toolsFolder;
     std::wstring launcherPath;
