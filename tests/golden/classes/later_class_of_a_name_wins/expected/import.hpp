@@ -18,8 +18,8 @@ inline std::ostream& operator<<(std::ostream& os, const Value& v) { return os <<
 
 // ===== Class helpers generated =====
 Value Shape__first(Value _this) {
-auto& width = _this["width"];
-return _this;
+auto& height = _this["height"];
+return height;
 }
 
 Value Shape__second(Value _this) {
@@ -30,7 +30,7 @@ return width;
 void use(Value s) {
 std::cout << Value(Shape__second(s)).toString() << std::endl;
 /* class call Shape.first */ Value();
-std::cout << Value((Value)(false) /* have(Shape, size) */).toString() << std::endl;
+std::cout << Value((Value)(false) /* have(Shape, height) */).toString() << std::endl;
 std::cout << Value((Value)(true) /* have(Shape, width) */).toString() << std::endl;
 }
 

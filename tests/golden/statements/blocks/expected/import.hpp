@@ -30,6 +30,6 @@ std::cout << Value(a).toString() << std::endl;
             }
         }
     }
-a;
+a["next"];
 }
 

@@ -14,11 +14,11 @@ using namespace std;
 @@include utf8_to_acp.txt
 
 // ===== Class helpers generated =====
-void Shape__draw(Value _this, Value v) {
+void Shape__draw(Value _this) {
 Value __when_result_0;
 {
     Value __when_target_0 = 
-v    ;
+_this    ;
     if ((std::string)__when_target_0.typeName == "int") {
         __when_result_0 = 
 1        ;

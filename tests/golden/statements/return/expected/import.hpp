@@ -26,7 +26,7 @@ double fraction() {
     return 1.5;
 }
 
-std::string text() {
+std::string words() {
     return std::string("t");
 }
 

@@ -21,8 +21,8 @@ nullptr;
 std::vector<Value>{};
     Value v = 
 (1 < 2);
-    int size = 
-Value(3).asInt();
+    std::string size = 
+Value(std::string("big")).asString();
     {
         Value _it = m;
         auto& _arr = _it.arrayVal;
