@@ -14,7 +14,6 @@ using namespace std;
 @@include utf8_to_acp.txt
 
 Value braces();
-Value nothing();
 
 // ===== orlib function implementations =====
 Value braces() {
@@ -25,12 +24,8 @@ Value braces() {
         return Value("\n");
 }
 
-Value nothing() {
-}
-
 // ===== Class helpers generated =====
 void run() {
-nothing();
 braces();
 }
 

@@ -20,19 +20,19 @@ using namespace std;
 inline std::ostream& operator<<(std::ostream& os, const Value& v) { return os << v.toString(); }
 
 // ===== Class helpers generated =====
-long long appendFile(std::string name) {
-    return 1;
+long long appendFile(long long n) {
+    return (n + 1);
 }
 
-long long copyFile(std::string name) {
-    return 2;
+long long copyFile(long long n) {
+    return (n + 2);
 }
 
-long long fprintf(std::string name) {
-    return 3;
+long long fprintf(long long n) {
+    return (n + 3);
 }
 
 void run() {
-std::cout << Value(((appendFile(std::string("a")) + copyFile(std::string("b"))) + fprintf(std::string("c")))).toString() << std::endl;
+std::cout << Value(((appendFile(1) + copyFile(2)) + fprintf(3))).toString() << std::endl;
 }
 

@@ -18,7 +18,7 @@ using namespace std;
 inline std::ostream& operator<<(std::ostream& os, const Value& v) { return os << v.toString(); }
 
 Value first(long long n, Value other);
-long long later(long long n);
+Value later(Value n);
 Value plain(Value s);
 Value build(Value a);
 void nothing();
@@ -26,7 +26,7 @@ Value control();
 
 // ===== Class helpers generated =====
 Value Shape__area(Value _this) {
-return later(2);
+return later(_this["x"]);
 }
 
 Value first(long long n, Value other) {
@@ -36,7 +36,7 @@ Value first(long long n, Value other) {
     return other;
 }
 
-long long later(long long n) {
+Value later(Value n) {
 std::cout << Value(n).toString() << std::endl;
     return n;
 }

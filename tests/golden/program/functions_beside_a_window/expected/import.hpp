@@ -37,7 +37,7 @@ Value free_one();
 
 // ===== Class helpers generated =====
 Value Shape__area(Value _this) {
-return 1;
+return _this;
 }
 
 Value free_one() {
