@@ -57,18 +57,9 @@ tail_of_tests() { # everything that failed, or the list of tests and the closing
     if [ "$2" -ne 0 ]; then tail -n 200 "$1"; else grep -E '^ *[0-9]+/[0-9]+ Test|tests passed|Total Test' "$1"; fi
 }
 
-<<<<<<< HEAD
-# A quick run compiles a sample of the golden outcomes; continuous integration compiles all of them.
-# The archives have a run of their own (make test-install).
-left_out='^(golden_compile_all|install_long)$'
-if [ -n "${CI:-}" ]; then left_out='^(golden_compile|install_long)$'; fi
-
-build dev && run_tests dev -LE "$left_out"
-=======
 # Every golden outcome and every library function on its own are compiled by `make test-long`; here
 # a sample stands for them.
 build dev && run_tests dev -LE "$long_tests"
->>>>>>> main
 build asan unit_and_golden_tests && run_tests asan -L '^(unit|golden)$'
 
 echo
