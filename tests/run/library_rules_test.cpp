@@ -116,8 +116,10 @@ TEST(LibraryFunctions, takeDynamicValues) {
     forEachFunction(everything(), [](const std::string& name, const FunctionEntry& entry) {
         if (isHelper(name)) return;
         for (const std::string& type : entry.paramTypes) {
+            static const std::set<std::string> cNames = {"atoi", "atof", "gmtime", "localtime",
+                                                         "mktime"};
             const bool isForLiterals =
-                (name == "atoi" || name == "atof") && (type == "int" || type == "double");
+                cNames.count(name) > 0 && (type == "int" || type == "double");
             EXPECT_TRUE(type == "value" || type == "Value&" || isForLiterals)
                 << name << ": " << type;
         }
@@ -125,7 +127,8 @@ TEST(LibraryFunctions, takeDynamicValues) {
 }
 
 TEST(LibraryFunctions, differInTheNumberOfParameters) {
-    for (const auto& [name, entries] : everything().entries()) {
+    const ReplacementTable table = everything();
+    for (const auto& [name, entries] : table.entries()) {
         std::set<std::size_t> counts;
         for (const FunctionEntry& entry : entries) {
             const bool isForLiterals =
@@ -134,7 +137,7 @@ TEST(LibraryFunctions, differInTheNumberOfParameters) {
             if (isHelper(name) || isForLiterals) continue;
             EXPECT_TRUE(counts.insert(entry.paramTypes.size()).second) << name;
         }
-        if (isHelper(name)) EXPECT_EQ(entries.size(), 1u) << name;
+        EXPECT_TRUE(!isHelper(name) || entries.size() == 1u) << name;
     }
 }
 
@@ -163,7 +166,7 @@ TEST(LibraryFunctions, useEveryHelper) {
             if (callee != name) called.insert(callee);
     });
     forEachFunction(table, [&called](const std::string& name, const FunctionEntry&) {
-        if (isHelper(name)) EXPECT_TRUE(called.count(name) == 1) << name << " is called by nothing";
+        EXPECT_TRUE(!isHelper(name) || called.count(name) == 1) << name << " is called by nothing";
     });
 }
 
