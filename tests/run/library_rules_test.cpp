@@ -80,8 +80,8 @@ TEST(LibraryFiles, areReadWithoutASkippedFunction) {
 TEST(LibraryFiles, loadWithoutAWarning) {
     RecordingConsole console;
     const ReplacementTable table = loadLibraries(folder, libraryFiles(folder), console);
-    EXPECT_EQ(console.text().find("Warning"), std::string::npos);
-    EXPECT_EQ(console.text().find("Error"), std::string::npos);
+    EXPECT_EQ(console.text().find("Warning:"), std::string::npos);
+    EXPECT_EQ(console.text().find("Error:"), std::string::npos);
     EXPECT_GT(table.size(), 200u);
 }
 
