@@ -67,7 +67,7 @@ class Function:
         return not self.name.startswith("orx")
 
     def signature(self):
-        return f"{self.name}({', '.join(name for _, name in self.parameters)})"
+        return f"{self.name}({', '.join(name.split()[-1] for _, name in self.parameters)})"
 
     def changed(self):
         return [name for kind, name in self.parameters if kind.endswith("&")]
@@ -142,7 +142,7 @@ def libraries():
 
 def is_twin(function):
     """Whether this form only catches C++ numbers for a form of the same name with values."""
-    return any(kind in ("int", "double") for kind, _ in function.parameters)
+    return any(kind in ("int", "double", "const") for kind, _ in function.parameters)
 
 
 def public_functions(library):

@@ -34,7 +34,19 @@ std::vector<std::string> definedNames(const std::string& text) {
     return names;
 }
 
+// "const char* pattern" is read as the type const and the name "char* pattern".
+std::string lastWord(const std::string& name) { return name.substr(name.rfind(' ') + 1); }
+
 bool isHelper(const std::string& name) { return name.compare(0, 3, "orx") == 0; }
+
+// A form for literals, which the C function of the same name would take otherwise.
+bool takesLiterals(const FunctionEntry& entry) {
+    static const std::set<std::string> cNames = {"atoi",      "atof",   "gmtime",
+                                                 "localtime", "mktime", "printf"};
+    const std::string first = entry.paramTypes.empty() ? "" : entry.paramTypes[0];
+    return cNames.count(entry.name) > 0 &&
+           (first == "int" || first == "double" || first == "const");
+}
 
 ReplacementTable everything() {
     RecordingConsole console;
@@ -116,10 +128,7 @@ TEST(LibraryFunctions, takeDynamicValues) {
     forEachFunction(everything(), [](const std::string& name, const FunctionEntry& entry) {
         if (isHelper(name)) return;
         for (const std::string& type : entry.paramTypes) {
-            static const std::set<std::string> cNames = {"atoi", "atof", "gmtime", "localtime",
-                                                         "mktime"};
-            const bool isForLiterals =
-                cNames.count(name) > 0 && (type == "int" || type == "double");
+            const bool isForLiterals = takesLiterals(entry);
             EXPECT_TRUE(type == "value" || type == "Value&" || isForLiterals)
                 << name << ": " << type;
         }
@@ -131,9 +140,7 @@ TEST(LibraryFunctions, differInTheNumberOfParameters) {
     for (const auto& [name, entries] : table.entries()) {
         std::set<std::size_t> counts;
         for (const FunctionEntry& entry : entries) {
-            const bool isForLiterals =
-                entry.paramTypes.size() == 1 &&
-                (entry.paramTypes[0] == "int" || entry.paramTypes[0] == "double");
+            const bool isForLiterals = takesLiterals(entry);
             if (isHelper(name) || isForLiterals) continue;
             EXPECT_TRUE(counts.insert(entry.paramTypes.size()).second) << name;
         }
@@ -151,7 +158,7 @@ TEST(LibraryFunctions, haveACommentWithTheirParameters) {
             for (const FunctionEntry* entry : table.getAll(name)) {
                 std::string comment = "// " + name + "(";
                 for (std::size_t i = 0; i < entry->paramNames.size(); ++i)
-                    comment += (i > 0 ? ", " : "") + entry->paramNames[i];
+                    comment += (i > 0 ? ", " : "") + lastWord(entry->paramNames[i]);
                 EXPECT_NE(text.find(comment + "): "), std::string::npos) << file << ": " << comment;
             }
         }
