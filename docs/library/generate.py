@@ -36,7 +36,7 @@ EXAMPLE_FRAME = """vorla Sample {
     combobox choice { items = {"one", "two"} }
     listbox items { items = {"one", "two"} }
     checkbox agree { }
-    radio first { }
+    radio large { }
     slider level { }
     progress bar { }
     text label { }
