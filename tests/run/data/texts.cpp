@@ -112,6 +112,8 @@ static void testBrokenAndLargeTexts() {
     CHECK(length(large) == 2000000 && substring(large, 1999999) == "x" && indexOf(large, "y") == -1);
     CHECK(wordCount(large) == 1 && capitalize(large).size() == large.size() && isLetter(large));
     CHECK_EQUAL(wordWrap(large, 1000).size(), 2000000u + 1999u);
+    CHECK_EQUAL(wordWrap(large, 1).size(), 2000000u + 1999999u);
+    CHECK(reverseText(large) == large && titleCase(large).size() == large.size() && swapCase(large)[0] == 'X');
     CHECK(std::chrono::steady_clock::now() - start < std::chrono::seconds(60));
 }
 

@@ -60,7 +60,7 @@ static void testNumbersOut() {
     CHECK(jsonText(-0.5) == "-0.5" && jsonText(12) == "12" && jsonText(1e15) == "1e+15");
     CHECK(jsonText(__builtin_nan("")) == "null" && jsonText(__builtin_inf()) == "null");
     CHECK(parseJson(jsonText(1e21)) == 1e21 && parseJson(jsonText(1.0 / 3.0)) == 1.0 / 3.0);
-    CHECK(jsonText(Value::makeHandle(&checkCounts)) == "null");
+    CHECK(jsonText(Value::makeHandle(&checkCounts())) == "null");
 }
 
 static void testProblems() {
