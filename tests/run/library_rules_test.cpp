@@ -41,8 +41,8 @@ bool isHelper(const std::string& name) { return name.compare(0, 3, "orx") == 0; 
 
 // A form for literals, which the C function of the same name would take otherwise.
 bool takesLiterals(const FunctionEntry& entry) {
-    static const std::set<std::string> cNames = {"atoi",      "atof",   "gmtime",
-                                                 "localtime", "mktime", "printf"};
+    static const std::set<std::string> cNames = {"atoi",   "atof",   "gmtime", "localtime",
+                                                 "mktime", "printf", "sprintf"};
     const std::string first = entry.paramTypes.empty() ? "" : entry.paramTypes[0];
     return cNames.count(entry.name) > 0 &&
            (first == "int" || first == "double" || first == "const");
