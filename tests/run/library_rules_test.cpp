@@ -89,6 +89,26 @@ TEST(LibraryFiles, areReadWithoutASkippedFunction) {
     }
 }
 
+// A form that takes a C++ number stands beside the one that takes a value and is not counted.
+TEST(LibraryFiles, holdAllFunctionsOfData) {
+    const std::map<std::string, int> expected = {
+        {"array", 34}, {"color", 38},  {"container", 31}, {"dict", 23},  {"list", 24},
+        {"math", 40},  {"math2", 32},  {"numeric", 39},   {"queue", 17}, {"set", 16},
+        {"stack", 17}, {"string", 38}, {"text", 32},      {"time", 36},  {"tree", 20}};
+    const std::regex definition("\n(value|int|bool|string) ([A-Za-z0-9_]+)\\((.*)\\) \\{");
+    for (const auto& [name, count] : expected) {
+        const std::string text = readText(folder / (name + ".orlib"));
+        int found = 0;
+        for (std::sregex_iterator at(text.begin(), text.end(), definition), end; at != end; ++at) {
+            const std::string parameters = (*at)[3];
+            const bool isForLiterals =
+                parameters.compare(0, 4, "int ") == 0 || parameters.compare(0, 7, "double ") == 0;
+            if (!isHelper((*at)[2]) && !isForLiterals) ++found;
+        }
+        EXPECT_EQ(found, count) << name;
+    }
+}
+
 TEST(LibraryFiles, loadWithoutAWarning) {
     RecordingConsole console;
     const ReplacementTable table = loadLibraries(folder, libraryFiles(folder), console);

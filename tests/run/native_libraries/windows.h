@@ -1,7 +1,7 @@
-// The stand-in for the Windows API with what the libraries of data need beyond the runtime type, so that
-// their tests also run natively. Clocks show the time of Central Europe: an hour ahead of UTC, two from the
-// last Sunday of March to the last Sunday of October, each change at 1:00 UTC. Names of days and months
-// are English, numbers are written like 1,234.5.
+// The stand-in for the Windows API with what the libraries of data need beyond the runtime type, so
+// that their tests also run natively. Clocks show the time of Central Europe: an hour ahead of UTC,
+// two from the last Sunday of March to the last Sunday of October, each change at 1:00 UTC. Names
+// of days and months are English, numbers are written like 1,234.5.
 #pragma once
 
 #include "../native/windows.h"
@@ -70,14 +70,14 @@ inline BOOL GetStringTypeW(DWORD, LPCWSTR text, int units, WORD* types) {
     for (int i = 0; i < units; ++i) {
         const wchar_t c = text[i];
         const bool isIdeograph = c >= 0x3400 && c < 0xA000;
-        types[i] = isFakeUpper(c)                ? C1_UPPER | C1_ALPHA
-                   : isFakeLower(c)              ? C1_LOWER | C1_ALPHA
-                   : isIdeograph                 ? C1_ALPHA
-                   : c >= 0x660 && c <= 0x669    ? C1_DIGIT
-                   : c == L' ' || c == 0xA0      ? C1_SPACE | C1_BLANK
-                   : (c >= 9 && c <= 13)         ? C1_SPACE
-                   : c == 0x3000 || c == 0x2003  ? C1_SPACE
-                                                 : 0;
+        types[i] = isFakeUpper(c)               ? C1_UPPER | C1_ALPHA
+                   : isFakeLower(c)             ? C1_LOWER | C1_ALPHA
+                   : isIdeograph                ? C1_ALPHA
+                   : c >= 0x660 && c <= 0x669   ? C1_DIGIT
+                   : c == L' ' || c == 0xA0     ? C1_SPACE | C1_BLANK
+                   : (c >= 9 && c <= 13)        ? C1_SPACE
+                   : c == 0x3000 || c == 0x2003 ? C1_SPACE
+                                                : 0;
     }
     return 1;
 }
@@ -91,7 +91,8 @@ inline int GetLocaleInfoW(unsigned, LCTYPE type, LPWSTR text, int room) {
     std::wstring found;
     if (type == LOCALE_SDECIMAL) found = L".";
     if (type == LOCALE_STHOUSAND) found = L",";
-    if (type >= LOCALE_SDAYNAME1 && type < LOCALE_SDAYNAME1 + 7) found = days[type - LOCALE_SDAYNAME1];
+    if (type >= LOCALE_SDAYNAME1 && type < LOCALE_SDAYNAME1 + 7)
+        found = days[type - LOCALE_SDAYNAME1];
     if (type >= LOCALE_SABBREVDAYNAME1 && type < LOCALE_SABBREVDAYNAME1 + 7)
         found = std::wstring(days[type - LOCALE_SABBREVDAYNAME1], 3);
     if (type >= LOCALE_SMONTHNAME1 && type < LOCALE_SMONTHNAME1 + 12)
@@ -128,7 +129,8 @@ inline void GetSystemTimeAsFileTime(FILETIME* now) {
     const auto since = system_clock::now().time_since_epoch();
     *now = fileTime(duration_cast<microseconds>(since).count() * 10 + 116444736000000000LL);
 }
-inline BOOL GetProcessTimes(HANDLE, FILETIME* begun, FILETIME* ended, FILETIME* kernel, FILETIME* user) {
+inline BOOL GetProcessTimes(HANDLE, FILETIME* begun, FILETIME* ended, FILETIME* kernel,
+                            FILETIME* user) {
     static FILETIME first;
     if (first.dwHighDateTime == 0) GetSystemTimeAsFileTime(&first);
     *begun = *ended = *kernel = *user = first;
@@ -174,8 +176,8 @@ inline BOOL SystemTimeToTzSpecificLocalTime(const TIME_ZONE_INFORMATION*, const 
     FILETIME file;
     SystemTimeToFileTime(utc, &file);
     const long long seconds = fileTicks(file) / 10000000 - 11644473600LL;
-    const bool isSummer = seconds >= lastSunday(utc->wYear, 3, 31) &&
-                          seconds < lastSunday(utc->wYear, 10, 31);
+    const bool isSummer =
+        seconds >= lastSunday(utc->wYear, 3, 31) && seconds < lastSunday(utc->wYear, 10, 31);
     file = fileTime(fileTicks(file) + (isSummer ? 7200 : 3600) * 10000000LL);
     return FileTimeToSystemTime(&file, local);
 }
