@@ -208,5 +208,18 @@ TEST(LibraryFunctions, bringOnlyTheirHelpersIntoAProgram) {
     EXPECT_EQ(program.importText.find("orxReadAll("), std::string::npos);
 }
 
+TEST(LibraryFunctions, addNothingToAnEmptyProgramButTheHeaderOfTheirSection) {
+    RecordingConsole console;
+    const ReplacementTable normal = loadLibraries(folder, {"normal.orlib"}, console);
+    Translation with = translate("vorla Empty { }", normal, console);
+    const Translation without = translate("vorla Empty { }", ReplacementTable(), console);
+    const std::string header = "\n// ===== orlib function implementations =====\n";
+    const std::size_t place = with.importText.find(header);
+    ASSERT_NE(place, std::string::npos);
+    with.importText.erase(place, header.size());
+    EXPECT_EQ(with.importText, without.importText);
+    EXPECT_EQ(with.mainText, without.mainText);
+}
+
 } // namespace
 } // namespace Orvane
