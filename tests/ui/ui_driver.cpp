@@ -18,6 +18,9 @@
 //   checked ID           prints 1 for a ticked check box or radio button, else 0
 //   messagebox [BUTTON]  waits for a message box, prints it, closes it with the button ID (1: OK)
 //   nomessagebox         fails when a message box is open
+//   answer BUTTON [TEXT] waits for a dialog, puts TEXT into its field, closes it with the button ID
+//   focus ID             waits until the control has the keyboard focus
+//   key CODE             presses a key (number) for the control that has the focus
 //   mouse ID             clicks with the mouse on the middle of a control (needs a screen)
 //   doubleclick ID       the same, twice
 //   pixel ID X Y         prints the colour that the screen shows there (needs a screen)
@@ -236,6 +239,48 @@ void runNoMessageBox(Session& session, Arguments&) {
     if (session.program.waitForDialog(300)) throw Failure("a message box is open");
 }
 
+// The only field of a dialog of the library has this ID.
+void runAnswer(Session& session, Arguments& arguments) {
+    int button = IDOK;
+    arguments >> button;
+    const std::wstring text = toWide(restOf(arguments));
+    const HWND dialog = session.program.waitForDialog(5000);
+    if (!dialog) throw Failure("no dialog");
+    std::printf("dialog [%s] [%s]\n", escaped(windowText(dialog)).c_str(),
+                escaped(windowText(GetDlgItem(dialog, 100))).c_str());
+    if (!text.empty())
+        sendMessage(GetDlgItem(dialog, 100), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    post(dialog, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+         reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
+    for (const DWORD start = GetTickCount(); IsWindow(dialog); Sleep(10))
+        if (GetTickCount() - start > 5000) throw Failure("the dialog stays open");
+}
+
+HWND focused(const Session& session) {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(session.window, nullptr), &info);
+    return info.hwndFocus;
+}
+
+void runFocus(Session& session, Arguments& arguments) {
+    int id = 0;
+    const HWND target = readControl(session, arguments, id);
+    const DWORD start = GetTickCount();
+    while (focused(session) != target && GetTickCount() - start < 3000) Sleep(20);
+    if (focused(session) != target)
+        throw Failure("the focus is on " + std::to_string(GetDlgCtrlID(focused(session))));
+    std::printf("%d has the focus\n", id);
+}
+
+void runKey(Session& session, Arguments& arguments) {
+    WPARAM code = 0;
+    arguments >> code;
+    const HWND target = focused(session) ? focused(session) : session.window;
+    post(target, WM_KEYDOWN, code, 1);
+    post(target, WM_KEYUP, code, 1);
+}
+
 void clickWithMouse(const Session& session, HWND target, int times) {
     RECT area;
     GetWindowRect(target, &area);
@@ -303,6 +348,9 @@ const std::map<std::string, Command>& commands() {
         {"checked", runChecked},
         {"messagebox", runMessageBox},
         {"nomessagebox", runNoMessageBox},
+        {"answer", runAnswer},
+        {"focus", runFocus},
+        {"key", runKey},
         {"mouse", runMouse},
         {"doubleclick", runDoubleClick},
         {"pixel", runPixel},
