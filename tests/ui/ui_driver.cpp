@@ -5,7 +5,10 @@
 // then the program is ended.
 //
 //   window PART          waits for the window with PART in its title; the commands below work on it
+//   frame                prints the window's class, size, style and title
 //   controls             lists its controls: ID, class, place in the window, size, style, text
+//   control ID           prints one of these lines
+//   absent ID            fails when a control has the ID
 //   text ID              prints a control's text (ID 0: the window's title)
 //   expect ID TEXT       waits until the control's text is TEXT
 //   click ID             presses a button, and waits for nothing
@@ -16,7 +19,12 @@
 //   send ID MSG W L      sends any message (numbers) and prints the answer
 //   items ID             prints the lines of a list box or combo box, or the pages of a tab control
 //   checked ID           prints 1 for a ticked check box or radio button, else 0
+//   range ID             prints the range and position of a slider or progress bar
+//   image ID             says whether a picture has been loaded
+//   key ID CODE          presses a key, given by its virtual code in decimal
+//   press ID X Y [2]     clicks at a place of the control by message; 2: a double click
 //   messagebox [BUTTON]  waits for a message box, prints it, closes it with the button ID (1: OK)
+//   dialog               waits for a message box, prints it and leaves it open
 //   nomessagebox         fails when a message box is open
 //   mouse ID             clicks with the mouse on the middle of a control (needs a screen)
 //   doubleclick ID       the same, twice
@@ -25,6 +33,7 @@
 //   close                asks the window to close
 //   exit                 waits for the end of the program and prints its exit code
 
+#include "control_report.h"
 #include "program_under_test.h"
 
 #include <commctrl.h>
@@ -42,23 +51,12 @@ struct Session {
     HWND window;
 };
 
+// How long a program may take for something, in milliseconds: far more than it needs, since the
+// machine may be busy; a wait ends as soon as the thing is there.
+const DWORD patience = 20000;
+
 using Arguments = std::istringstream;
 using Failure = std::runtime_error;
-
-std::string escaped(const std::string& text) {
-    std::string result;
-    for (const char character : text) {
-        if (character == '\n')
-            result += "\\n";
-        else if (character == '\r')
-            result += "\\r";
-        else if (character == '\\')
-            result += "\\\\";
-        else
-            result += character;
-    }
-    return result;
-}
 
 std::string restOf(Arguments& arguments) {
     std::string rest;
@@ -93,24 +91,27 @@ void notify(const Session& session, int id, int code) {
 }
 
 void runWindow(Session& session, Arguments& arguments) {
-    session.window = session.program.waitForWindow(restOf(arguments), 10000);
+    session.window = session.program.waitForWindow(restOf(arguments), 30000);
     if (!session.window) throw Failure("no such window");
     std::printf("window: %s\n", escaped(windowText(session.window)).c_str());
 }
 
-void printControl(HWND window, HWND child) {
-    RECT area;
-    GetWindowRect(child, &area);
-    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&area), 2);
-    std::printf("%d %s %ld,%ld %ldx%ld style=%08lx text=%s\n", GetDlgCtrlID(child),
-                windowClass(child).c_str(), area.left, area.top, area.right - area.left,
-                area.bottom - area.top,
-                static_cast<unsigned long>(GetWindowLongW(child, GWL_STYLE)),
-                escaped(windowText(child)).c_str());
-}
+void runFrame(Session& session, Arguments&) { printFrame(session.window); }
 
 void runControls(Session& session, Arguments&) {
-    for (const HWND child : childWindows(session.window)) printControl(session.window, child);
+    for (const HWND child : childWindows(session.window))
+        if (GetParent(child) == session.window) printControl(session.window, child);
+}
+
+void runControl(Session& session, Arguments& arguments) {
+    printControl(session.window, readControl(session, arguments));
+}
+
+void runAbsent(Session& session, Arguments& arguments) {
+    int id = 0;
+    if (!(arguments >> id)) throw Failure("a control's ID is needed");
+    if (GetDlgItem(session.window, id)) throw Failure("there is such a control");
+    std::printf("%d absent\n", id);
 }
 
 void runText(Session& session, Arguments& arguments) {
@@ -125,7 +126,7 @@ void runExpect(Session& session, Arguments& arguments) {
     const std::string wanted = restOf(arguments);
     const DWORD start = GetTickCount();
     std::string text = escaped(windowText(target));
-    while (text != wanted && GetTickCount() - start < 3000) {
+    while (text != wanted && GetTickCount() - start < patience) {
         Sleep(20);
         text = escaped(windowText(target));
     }
@@ -149,8 +150,6 @@ void runType(Session& session, Arguments& arguments) {
     for (const wchar_t character : toWide(restOf(arguments)))
         sendMessage(target, WM_CHAR, character, 1);
 }
-
-bool isListBox(HWND window) { return _stricmp(windowClass(window).c_str(), "LISTBOX") == 0; }
 
 // Selecting by message does not notify the program as a user's click does, so that follows.
 void runSelect(Session& session, Arguments& arguments) {
@@ -181,34 +180,46 @@ void runSend(Session& session, Arguments& arguments) {
     std::printf("%d answer: %lld\n", id, static_cast<long long>(answer));
 }
 
-std::string lineText(HWND target, bool list, int index) {
-    wchar_t text[1024] = L"";
-    sendMessage(target, list ? LB_GETTEXT : CB_GETLBTEXT, static_cast<WPARAM>(index),
-                reinterpret_cast<LPARAM>(text));
-    return toUtf8(text);
-}
-
 void runItems(Session& session, Arguments& arguments) {
-    int id = 0;
-    const HWND target = readControl(session, arguments, id);
-    const bool tab = windowClass(target) == "SysTabControl32", list = isListBox(target);
-    const UINT countMessage = tab ? TCM_GETITEMCOUNT : list ? LB_GETCOUNT : CB_GETCOUNT;
-    const UINT selectionMessage = tab ? TCM_GETCURSEL : list ? LB_GETCURSEL : CB_GETCURSEL;
-    std::printf("%d selected=%d items:", id,
-                static_cast<int>(sendMessage(target, selectionMessage, 0, 0)));
-    const int count = static_cast<int>(sendMessage(target, countMessage, 0, 0));
-    for (int index = 0; index < count; ++index) {
-        const std::string text =
-            tab ? session.program.tabItemText(target, index) : lineText(target, list, index);
-        std::printf(" [%s]", escaped(text).c_str());
-    }
-    std::printf("\n");
+    printItems(session.program, readControl(session, arguments));
 }
 
 void runChecked(Session& session, Arguments& arguments) {
     int id = 0;
     const HWND target = readControl(session, arguments, id);
     std::printf("%d checked: %d\n", id, static_cast<int>(sendMessage(target, BM_GETCHECK, 0, 0)));
+}
+
+void runRange(Session& session, Arguments& arguments) {
+    printRange(readControl(session, arguments));
+}
+
+void runImage(Session& session, Arguments& arguments) {
+    int id = 0;
+    const HWND target = readControl(session, arguments, id);
+    const bool loaded = sendMessage(target, STM_GETIMAGE, IMAGE_BITMAP, 0) != 0;
+    std::printf("%d image: %s\n", id, loaded ? "loaded" : "none");
+}
+
+// Posted, not typed: without a screen no window has the focus.
+void runKey(Session& session, Arguments& arguments) {
+    const HWND target = readControl(session, arguments);
+    WPARAM code = 0;
+    if (!(arguments >> code)) throw Failure("a key's code is needed");
+    post(target, WM_KEYDOWN, code, 1);
+    post(target, WM_KEYUP, code, static_cast<LPARAM>(0xC0000001));
+}
+
+void runPress(Session& session, Arguments& arguments) {
+    const HWND target = readControl(session, arguments);
+    int x = 0, y = 0, times = 1;
+    arguments >> x >> y >> times;
+    const LPARAM place = MAKELPARAM(x, y);
+    post(target, WM_LBUTTONDOWN, MK_LBUTTON, place);
+    post(target, WM_LBUTTONUP, 0, place);
+    if (times < 2) return;
+    post(target, WM_LBUTTONDBLCLK, MK_LBUTTON, place);
+    post(target, WM_LBUTTONUP, 0, place);
 }
 
 void printMessageBox(HWND box) {
@@ -220,16 +231,23 @@ void printMessageBox(HWND box) {
     std::printf("\n");
 }
 
+HWND openMessageBox(const Session& session) {
+    const HWND box = session.program.waitForDialog(patience);
+    if (!box) throw Failure("no message box");
+    printMessageBox(box);
+    return box;
+}
+
+void runDialog(Session& session, Arguments&) { openMessageBox(session); }
+
 void runMessageBox(Session& session, Arguments& arguments) {
     int button = IDOK;
     arguments >> button;
-    const HWND box = session.program.waitForDialog(5000);
-    if (!box) throw Failure("no message box");
-    printMessageBox(box);
+    const HWND box = openMessageBox(session);
     post(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
          reinterpret_cast<LPARAM>(GetDlgItem(box, button)));
     for (const DWORD start = GetTickCount(); IsWindow(box); Sleep(10))
-        if (GetTickCount() - start > 5000) throw Failure("the message box stays open");
+        if (GetTickCount() - start > patience) throw Failure("the message box stays open");
 }
 
 void runNoMessageBox(Session& session, Arguments&) {
@@ -281,7 +299,9 @@ void runClose(Session& session, Arguments&) { post(session.window, WM_CLOSE, 0, 
 
 void runExit(Session& session, Arguments&) {
     DWORD code = 0;
-    if (!session.program.waitForEnd(5000, code)) throw Failure("the program still runs");
+    if (!session.program.waitForEnd(patience, code))
+        throw Failure(IsWindow(session.window) ? "the window stays open"
+                                               : "the program runs on without its window");
     std::printf("exit code: %lu\n", code);
 }
 
@@ -290,7 +310,10 @@ using Command = void (*)(Session&, Arguments&);
 const std::map<std::string, Command>& commands() {
     static const std::map<std::string, Command> table = {
         {"window", runWindow},
+        {"frame", runFrame},
         {"controls", runControls},
+        {"control", runControl},
+        {"absent", runAbsent},
         {"text", runText},
         {"expect", runExpect},
         {"click", runClick},
@@ -301,6 +324,11 @@ const std::map<std::string, Command>& commands() {
         {"send", runSend},
         {"items", runItems},
         {"checked", runChecked},
+        {"range", runRange},
+        {"image", runImage},
+        {"key", runKey},
+        {"press", runPress},
+        {"dialog", runDialog},
         {"messagebox", runMessageBox},
         {"nomessagebox", runNoMessageBox},
         {"mouse", runMouse},
