@@ -29,7 +29,7 @@ if ! compile "$stage" "$work/app.vorla" "${options[@]}" > compile.log 2>&1 || [ 
 fi
 
 status=0
-wine_run "$ui_driver" "$(wine_path "$work/app.exe")" < "$case_folder/steps" \
+wine_run "$ui_driver" --alone "$(wine_path "$work/app.exe")" < "$case_folder/steps" \
     | tr -d '\r' > actual || status=$?
 diff -u --label expected --label actual "$case_folder/expected" actual || status=1
 exit "$status"

@@ -1,6 +1,7 @@
-// ui_driver.exe PROGRAM: starts a GUI program and works it from outside. Commands stand on standard
-// input (UTF-8), one per line, blank lines and lines that begin with # apart; results go to
-// standard output. IDs are those of the controls (1001, 1002, ... in the order of their
+// ui_driver.exe [--alone] PROGRAM: starts a GUI program and works it from outside, on a desktop of
+// its own if --alone is given (nothing of it is then seen on the screen). Commands stand on
+// standard input (UTF-8), one per line, blank lines and lines that begin with # apart; results go
+// to standard output. IDs are those of the controls (1001, 1002, ... in the order of their
 // declaration); a line break in a text is written \n. The exit code is 1 when a command failed, and
 // then the program is ended.
 //
@@ -371,13 +372,24 @@ int runCommands(Session& session) {
 
 } // namespace
 
+// Programs of tests that run side by side would take the focus and the mouse from each other; on a
+// desktop of its own each is alone.
+void moveToOwnDesktop() {
+    const std::string name = "ui_driver_" + std::to_string(GetCurrentProcessId());
+    const HDESK desktop =
+        CreateDesktopW(toWide(name).c_str(), nullptr, nullptr, 0, GENERIC_ALL, nullptr);
+    if (!desktop || !SetThreadDesktop(desktop)) throw Failure("no desktop for the program");
+}
+
 int wmain(int argc, wchar_t** argv) {
-    if (argc != 2) {
-        std::printf("usage: ui_driver PROGRAM < COMMANDS\n");
+    const bool alone = argc == 3 && std::wstring(argv[1]) == L"--alone";
+    if (argc != 2 && !alone) {
+        std::printf("usage: ui_driver [--alone] PROGRAM < COMMANDS\n");
         return 2;
     }
     try {
-        const ProgramUnderTest program(toUtf8(argv[1]));
+        if (alone) moveToOwnDesktop();
+        const ProgramUnderTest program(toUtf8(argv[argc - 1]));
         Session session{program, nullptr};
         return runCommands(session);
     } catch (const Failure& failure) {
