@@ -19,6 +19,17 @@ std::string escaped(const std::string& text) {
     return result;
 }
 
+std::string unescaped(const std::string& text) {
+    std::string result;
+    for (size_t place = 0; place < text.size(); ++place) {
+        const char next = place + 1 < text.size() ? text[place + 1] : '\0';
+        const bool pair = text[place] == '\\' && (next == 'n' || next == 'r' || next == '\\');
+        if (pair) ++place;
+        result += !pair ? text[place] : next == 'n' ? '\n' : next == 'r' ? '\r' : '\\';
+    }
+    return result;
+}
+
 bool isListBox(HWND window) { return _stricmp(windowClass(window).c_str(), "LISTBOX") == 0; }
 
 namespace {

@@ -7,6 +7,8 @@
 
 // A text for one line: line breaks written \n and \r, a backslash doubled.
 std::string escaped(const std::string& text);
+// The text that is written so.
+std::string unescaped(const std::string& text);
 
 bool isListBox(HWND window);
 

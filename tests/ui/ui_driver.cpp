@@ -30,6 +30,8 @@
 //   mouse ID             clicks with the mouse on the middle of a control (needs a screen)
 //   doubleclick ID       the same, twice
 //   pixel ID X Y         prints the colour that the screen shows there (needs a screen)
+//   shows ID X Y COLOUR  waits until the screen shows #RRGGBB there (needs a screen)
+//   say TEXT             prints the text
 //   sleep MILLISECONDS
 //   close                asks the window to close
 //   exit                 waits for the end of the program and prints its exit code
@@ -142,7 +144,7 @@ void runClick(Session& session, Arguments& arguments) {
 
 void runSetText(Session& session, Arguments& arguments) {
     const HWND target = readControl(session, arguments);
-    const std::wstring text = toWide(restOf(arguments));
+    const std::wstring text = toWide(unescaped(restOf(arguments)));
     sendMessage(target, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
@@ -277,18 +279,42 @@ void runDoubleClick(Session& session, Arguments& arguments) {
     clickWithMouse(session, readControl(session, arguments), 2);
 }
 
-void runPixel(Session& session, Arguments& arguments) {
-    int id = 0, x = 0, y = 0;
-    const HWND target = readControl(session, arguments, id);
-    arguments >> x >> y;
+std::string colourOnScreen(HWND target, int x, int y) {
     POINT place = {x, y};
     ClientToScreen(target, &place);
     const HDC screen = GetDC(nullptr);
     const COLORREF colour = GetPixel(screen, place.x, place.y);
     ReleaseDC(nullptr, screen);
-    std::printf("%d pixel: #%02X%02X%02X\n", id, GetRValue(colour), GetGValue(colour),
-                GetBValue(colour));
+    char text[8];
+    std::snprintf(text, sizeof text, "#%02X%02X%02X", GetRValue(colour), GetGValue(colour),
+                  GetBValue(colour));
+    return text;
 }
+
+void runPixel(Session& session, Arguments& arguments) {
+    int id = 0, x = 0, y = 0;
+    const HWND target = readControl(session, arguments, id);
+    arguments >> x >> y;
+    std::printf("%d pixel: %s\n", id, colourOnScreen(target, x, y).c_str());
+}
+
+// A window is there before it is painted, hence the wait.
+void runShows(Session& session, Arguments& arguments) {
+    int id = 0, x = 0, y = 0;
+    const HWND target = readControl(session, arguments, id);
+    arguments >> x >> y;
+    const std::string wanted = restOf(arguments);
+    const DWORD start = GetTickCount();
+    std::string colour = colourOnScreen(target, x, y);
+    while (colour != wanted && GetTickCount() - start < patience) {
+        Sleep(20);
+        colour = colourOnScreen(target, x, y);
+    }
+    if (colour != wanted) throw Failure("the colour is " + colour);
+    std::printf("%d shows %s at %d,%d\n", id, colour.c_str(), x, y);
+}
+
+void runSay(Session&, Arguments& arguments) { std::printf("%s\n", restOf(arguments).c_str()); }
 
 void runSleep(Session&, Arguments& arguments) {
     DWORD milliseconds = 0;
@@ -335,6 +361,8 @@ const std::map<std::string, Command>& commands() {
         {"mouse", runMouse},
         {"doubleclick", runDoubleClick},
         {"pixel", runPixel},
+        {"shows", runShows},
+        {"say", runSay},
         {"sleep", runSleep},
         {"close", runClose},
         {"exit", runExit},
@@ -349,7 +377,7 @@ void runLine(Session& session, const std::string& line) {
     if (name.empty() || name[0] == '#') return;
     const auto command = commands().find(name);
     if (command == commands().end()) throw Failure("unknown command");
-    const bool needsWindow = name != "window" && name != "exit" && name != "sleep";
+    const bool needsWindow = name != "window" && name != "exit" && name != "sleep" && name != "say";
     if (needsWindow && !session.window) throw Failure("no window yet");
     command->second(session, arguments);
 }
