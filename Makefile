@@ -19,7 +19,7 @@ help:
 	@echo "make test           all tests: development build, sanitizers, Windows executables"
 	@echo "make golden-update  write the compiler's present output into the golden cases"
 	@echo "make bench          run the benchmarks"
-	@echo "make screenshots    pictures of all examples in build/screenshots"
+	@echo "make screenshots    take the pictures of all examples in docs/images"
 	@echo "make format         format the C++ sources"
 	@echo "make clean          remove build/"
 

@@ -10,16 +10,18 @@ take_pictures() {
         compile_copy "$example" "$1" || return 1
         picture "$1/$name.exe" "$1/$name.png" < "tests/ui/gallery/$name.steps" || return 1
         # A palette and the best compression: the pictures are kept with the sources.
-        convert "$1/$name.png" -strip -colors 128 -define png:compression-level=9 \
-            "PNG8:$1/$name.small.png"
-        mv "$1/$name.small.png" "$1/$name.png"
+        convert "$1/$name.png" -strip +dither -colors 128 -define png:compression-level=9 \
+            "PNG8:$1/palette"
+        mv "$1/palette" "$1/$name.png"
     done
 }
 
-# difference A.png B.png: from 0 (equal) to 1, of the two pictures as small grey ones.
+# difference A.png B.png FOLDER: from 0 (equal) to 1. What is compared is where the pictures have edges,
+# blurred and small: another font or another state of the program changes that little, other or missing
+# controls much. FOLDER takes the two small pictures.
 difference() {
-    local small='-resize 64x64! -colorspace Gray -depth 8'
-    convert "$1" $small "$work/first.png"
-    convert "$2" $small "$work/second.png"
-    compare -metric RMSE "$work/first.png" "$work/second.png" null: 2>&1 | sed 's/.*(\(.*\))/\1/'
+    local shape=(-colorspace Gray -edge 1 -blur 0x4 -resize '32x32!' -normalize -depth 8)
+    convert "$1" "${shape[@]}" "$3/first.small.png"
+    convert "$2" "${shape[@]}" "$3/second.small.png"
+    compare -metric RMSE "$3/first.small.png" "$3/second.small.png" null: 2>&1 | sed 's/.*(\(.*\))/\1/'
 }
