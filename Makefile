@@ -12,11 +12,12 @@ ifneq ($(shell command -v ccache),)
 export CMAKE_CXX_COMPILER_LAUNCHER := ccache
 endif
 
-.PHONY: help demo test golden-update bench screenshots format clean
+.PHONY: help demo test test-long golden-update bench screenshots format clean
 
 help:
 	@echo "make demo           build the compiler, compile an example and start it under Wine"
 	@echo "make test           all tests: development build, sanitizers, Windows executables"
+	@echo "make test-long      what make test leaves out: each function and golden program compiled"
 	@echo "make golden-update  write the compiler's present output into the golden cases"
 	@echo "make bench          run the benchmarks"
 	@echo "make screenshots    take the pictures of all examples in docs/images"
@@ -30,6 +31,12 @@ demo:
 test:
 	@$(SETUP) build windows tests screen
 	@JOBS=$(JOBS) tests/support/run-tests.sh
+
+test-long:
+	@$(SETUP) build windows tests screen
+	@cmake --preset dev > /dev/null
+	@cmake --build --preset dev -j$(JOBS) | tail -n 1
+	@ctest --preset dev -j$(JOBS) --no-tests=error -L '_all$$|_long$$|^screen$$' < /dev/null
 
 golden-update:
 	@$(SETUP) build windows tests

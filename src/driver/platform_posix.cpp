@@ -8,8 +8,6 @@
 #include <unistd.h>
 #include <vector>
 
-extern char** environ;
-
 namespace Orvane {
 
 std::string SystemPlatform::executablePath() const {
@@ -28,6 +26,7 @@ std::optional<unsigned long> SystemPlatform::run(const std::string& commandLine)
     std::vector<std::string> arguments = splitCommandLine(commandLine);
     if (arguments.empty()) return std::nullopt;
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (std::string& argument : arguments) pointers.push_back(argument.data());
     pointers.push_back(nullptr);
 

@@ -10,6 +10,14 @@
 #include <string>
 #include <string_view>
 
+// How the compiler is told to check formats. "printf" means the C library's own conversions, which
+// are not the C99 ones everywhere; "gnu_printf" is unknown to clang.
+#ifdef __MINGW32__
+#define ORVANE_C99_FORMAT gnu_printf
+#else
+#define ORVANE_C99_FORMAT printf
+#endif
+
 namespace Orvane {
 
 class Console {
@@ -20,7 +28,7 @@ public:
     virtual ~Console() = default;
 
     // Formats as printf does (the C99 conversions, %zu included, on every system) and writes.
-    [[gnu::format(gnu_printf, 2, 3)]] void print(const char* format, ...);
+    [[gnu::format(ORVANE_C99_FORMAT, 2, 3)]] void print(const char* format, ...);
 
     // Writes the bytes as they are. What has been written is visible to a reader of the stream
     // before write() returns: a build that ends abnormally has still said everything it said.

@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
 # All tests, in the order in which they find mistakes soonest:
-#   1. the development build and everything that ctest knows,
-#   2. the build with the address and undefined-behaviour sanitizers, unit and golden tests,
-#   3. the Windows executables.
+#   1. the development build and everything that ctest knows, the Windows compiler included,
+#   2. the build with the address and undefined-behaviour sanitizers, unit and golden tests.
 # Build output goes to build/<preset>/build.log and is shown when a build fails. The last line says
 # how many tests passed and failed; a GoogleTest program counts with each of its tests.
 set -uo pipefail
 cd "$(dirname "$0")/../.."
 
 jobs=${JOBS:-$(nproc)}
+long_tests='_all$|_long$|^screen$' # labels
 passed=0
 failed=0
 
@@ -57,13 +57,10 @@ tail_of_tests() { # everything that failed, or the list of tests and the closing
     if [ "$2" -ne 0 ]; then tail -n 200 "$1"; else grep -E '^ *[0-9]+/[0-9]+ Test|tests passed|Total Test' "$1"; fi
 }
 
-# A quick run compiles a sample of the golden outcomes; continuous integration compiles all of them.
-left_out='^golden_compile_all$'
-if [ -n "${CI:-}" ]; then left_out='^golden_compile$'; fi
-
-build dev && run_tests dev -LE "$left_out"
+# Every golden outcome and every library function on its own are compiled by `make test-long`; here
+# a sample stands for them.
+build dev && run_tests dev -LE "$long_tests"
 build asan unit_and_golden_tests && run_tests asan -L '^(unit|golden)$'
-if build windows; then passed=$((passed + 1)); fi
 
 echo
 echo "$passed passed, $failed failed"
