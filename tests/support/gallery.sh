@@ -23,5 +23,6 @@ difference() {
     local shape=(-colorspace Gray -edge 1 -blur 0x4 -resize '32x32!' -normalize -depth 8)
     convert "$1" "${shape[@]}" "$3/first.small.png"
     convert "$2" "${shape[@]}" "$3/second.small.png"
-    compare -metric RMSE "$3/first.small.png" "$3/second.small.png" null: 2>&1 | sed 's/.*(\(.*\))/\1/'
+    # compare ends with 1 for pictures that differ at all.
+    { compare -metric RMSE "$3/first.small.png" "$3/second.small.png" null: 2>&1 || true; } | sed 's/.*(\(.*\))/\1/'
 }

@@ -17,13 +17,14 @@ build_product() {
     fi
 }
 
-# compile_copy SOURCE FOLDER: compiles a copy of a source; the program lands beside the copy.
+# compile_copy SOURCE FOLDER: compiles a copy of a source in the folder (a full path), away from the
+# libraries of the sources; the program lands beside the copy.
 compile_copy() {
     mkdir -p "$2"
     cp "$1" "$2/"
     local copy
     copy=$2/$(basename "$1")
-    if ! "$stage/orvanec" "$copy" > "${copy%.vorla}.log" 2>&1; then
+    if ! (cd "$2" && "$stage/orvanec" "$copy") > "${copy%.vorla}.log" 2>&1; then
         cat "${copy%.vorla}.log" >&2
         return 1
     fi

@@ -2,9 +2,9 @@
 # run_case.sh CASE STAGE UI_DRIVER WORK [screen]
 #
 # Compiles CASE/app.vorla with the compiler of the installation tree STAGE, starts the program under
-# Wine without a screen (or, with the last argument, on a screen of its own), works it by the commands in CASE/steps and compares what ui_driver prints
-# with CASE/expected. CASE/options may hold a line of compiler options. WORK is emptied first; it is
-# the working directory of the compiler and of the program.
+# Wine without a screen (or, with the last argument, on a screen of its own), works it by the commands
+# in CASE/steps and compares what ui_driver prints with CASE/expected. CASE/options may hold a line of
+# compiler options. WORK is emptied first; it is the working directory of the compiler and of the program.
 #
 # ORVANE_UI_COMPILER=/path/to/orvanec puts another compiler in the place of STAGE's: a Linux program,
 # or an .exe, which runs under Wine.

@@ -12,6 +12,7 @@
 //   absent ID            fails when a control has the ID
 //   text ID              prints a control's text (ID 0: the window's title)
 //   expect ID TEXT       waits until the control's text is TEXT
+//   changes ID TEXT      waits until it is no longer TEXT
 //   click ID             presses a button, and waits for nothing
 //   settext ID TEXT      replaces a text; an entry tells its program
 //   type ID TEXT         types into a control, character by character
@@ -135,6 +136,13 @@ void runExpect(Session& session, Arguments& arguments) {
     }
     if (text != wanted) throw Failure("the text is '" + text + "'");
     std::printf("%d text: %s\n", id, text.c_str());
+}
+
+void runChanges(Session& session, Arguments& arguments) {
+    const HWND target = readControl(session, arguments);
+    const std::string former = restOf(arguments);
+    for (const DWORD start = GetTickCount(); escaped(windowText(target)) == former; Sleep(20))
+        if (GetTickCount() - start > patience) throw Failure("the text is still the same");
 }
 
 // Posted, not sent: a handler that shows a message box would keep a sender waiting.
@@ -343,6 +351,7 @@ const std::map<std::string, Command>& commands() {
         {"absent", runAbsent},
         {"text", runText},
         {"expect", runExpect},
+        {"changes", runChanges},
         {"click", runClick},
         {"settext", runSetText},
         {"type", runType},
