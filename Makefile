@@ -20,7 +20,7 @@ help:
 	@echo "make test-long      what make test leaves out: each function and golden program compiled"
 	@echo "make golden-update  write the compiler's present output into the golden cases"
 	@echo "make bench          run the benchmarks"
-	@echo "make screenshots    pictures of all examples in build/screenshots"
+	@echo "make screenshots    take the pictures of all examples in docs/images"
 	@echo "make format         format the C++ sources"
 	@echo "make clean          remove build/"
 
