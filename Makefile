@@ -12,12 +12,20 @@ ifneq ($(shell command -v ccache),)
 export CMAKE_CXX_COMPILER_LAUNCHER := ccache
 endif
 
-.PHONY: help demo test test-long golden-update bench screenshots format clean
+.PHONY: help demo test test-long test-install packages windows-toolchain golden-update bench screenshots format clean
+
+# The C++ compiler of the Windows package: a folder or an archive. A prebuilt archive beside the
+# checkout is taken when there is one; otherwise it is built (see packaging/windows-toolchain).
+ORVANE_WINDOWS_TOOLCHAIN ?= $(firstword $(wildcard ../shared/windows-toolchain/toolchain.tar.xz))
+export ORVANE_WINDOWS_TOOLCHAIN
 
 help:
 	@echo "make demo           build the compiler, compile an example and start it under Wine"
 	@echo "make test           all tests: development build, sanitizers, Windows executables"
 	@echo "make test-long      what make test leaves out: each function and golden program compiled"
+	@echo "make packages       the archives for Windows and Linux, in build/packages"
+	@echo "make test-install   test those archives, the Windows one under Wine (some minutes)"
+	@echo "make windows-toolchain  build the C++ compiler of the Windows archive (a quarter of an hour)"
 	@echo "make golden-update  write the compiler's present output into the golden cases"
 	@echo "make bench          run the benchmarks"
 	@echo "make screenshots    take the pictures of all examples in docs/images"
@@ -32,11 +40,26 @@ test:
 	@$(SETUP) build windows tests screen
 	@JOBS=$(JOBS) tests/support/run-tests.sh
 
+packages:
+	@$(SETUP) build windows packages
+	@JOBS=$(JOBS) packaging/make-packages.sh
+
+test-install: packages
+	@$(SETUP) build windows tests
+	@cmake --preset dev > /dev/null
+	@cmake --build --preset dev -j$(JOBS) | tail -n 1
+	@ctest --preset dev -L '^install' --no-tests=error < /dev/null
+
+windows-toolchain:
+	@$(SETUP) build windows toolchain
+	@JOBS=$(JOBS) packaging/windows-toolchain/build.sh
+
 test-long:
 	@$(SETUP) build windows tests screen
 	@cmake --preset dev > /dev/null
 	@cmake --build --preset dev -j$(JOBS) | tail -n 1
-	@ctest --preset dev -j$(JOBS) --no-tests=error -L '_all$$|_long$$|^screen$$' < /dev/null
+	@ctest --preset dev -j$(JOBS) --no-tests=error -L '_all$$|_long$$|^screen$$' \
+		-LE '^install_long$$' < /dev/null
 
 golden-update:
 	@$(SETUP) build windows tests

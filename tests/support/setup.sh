@@ -43,6 +43,11 @@ add_group() {
             need diffutils has_command diff
             need python3 has_command python3
             ;;
+        packages) need python3 has_command python3 ;;
+        toolchain)
+            need build-essential has_command dpkg-buildpackage
+            need xz-utils has_command xz
+            ;;
         bench) need libbenchmark-dev has_file /usr/include/benchmark/benchmark.h ;;
         format) need clang-format has_command clang-format ;;
         screen)

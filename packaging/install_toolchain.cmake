@@ -1,0 +1,37 @@
+# Puts the C++ compiler for Windows into tools/mingw64 of the installation tree. The variable
+# ORVANE_WINDOWS_TOOLCHAIN names a folder or an archive; either holds bin/g++.exe, at its top or below
+# one folder (as the archive of windows-toolchain/build.sh does, with its folder tools).
+set(destination "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/tools/mingw64")
+set(unpacked "")
+if(IS_DIRECTORY "${ORVANE_WINDOWS_TOOLCHAIN}")
+    set(source "${ORVANE_WINDOWS_TOOLCHAIN}")
+elseif(EXISTS "${ORVANE_WINDOWS_TOOLCHAIN}")
+    set(unpacked "${destination}.unpacked")
+    file(REMOVE_RECURSE "${unpacked}")
+    message(STATUS "Unpacking: ${ORVANE_WINDOWS_TOOLCHAIN}")
+    file(ARCHIVE_EXTRACT INPUT "${ORVANE_WINDOWS_TOOLCHAIN}" DESTINATION "${unpacked}")
+    set(source "${unpacked}")
+else()
+    message(FATAL_ERROR "ORVANE_WINDOWS_TOOLCHAIN: there is no '${ORVANE_WINDOWS_TOOLCHAIN}'")
+endif()
+
+if(NOT EXISTS "${source}/bin/g++.exe")
+    file(GLOB inside "${source}/*/bin/g++.exe")
+    list(LENGTH inside count)
+    if(NOT count EQUAL 1)
+        file(REMOVE_RECURSE "${unpacked}")
+        message(FATAL_ERROR
+            "ORVANE_WINDOWS_TOOLCHAIN: no bin/g++.exe in '${ORVANE_WINDOWS_TOOLCHAIN}'")
+    endif()
+    get_filename_component(source "${inside}" DIRECTORY)
+    get_filename_component(source "${source}" DIRECTORY)
+endif()
+
+file(REMOVE_RECURSE "${destination}")
+if(unpacked)
+    file(RENAME "${source}" "${destination}")
+    file(REMOVE_RECURSE "${unpacked}")
+else()
+    file(COPY "${source}/" DESTINATION "${destination}" USE_SOURCE_PERMISSIONS)
+endif()
+message(STATUS "Installing: ${destination}")

@@ -1,0 +1,47 @@
+// The installation that the launcher belongs to, and its precompiled header.
+//
+// Found from the launcher's own place, TOOLS\bin\g++.exe:
+//
+//     TOOLS\mingw64\bin\g++.exe    the C++ compiler
+//     TOOLS\fast\includes.h        what all programs include
+//     TOOLS\fast\includes.h.gch    the precompiled header, made by the first build
+//     TOOLS\fast\made              names, sizes and times of what it is valid for
+//
+// Where TOOLS\fast cannot be written, the header lies in the user's local application data.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace Orvane {
+
+class Installation {
+public:
+    explicit Installation(const std::wstring& launcher);
+
+    const std::wstring& tools() const { return toolsFolder; }
+    const std::wstring& compiler() const { return compilerPath; }
+
+    // The folder of a header that is valid now, made for the purpose if need be. Empty when there
+    // is none: the build then goes on without. Two launchers do not wait for each other.
+    std::wstring findHeader() const;
+
+    // Has a header made even if that failed not long ago.
+    void forgetFailures() const;
+
+    // Has the next build make another header.
+    void discardHeader(const std::wstring& folder) const;
+
+private:
+    std::wstring formatState(const std::wstring& folder) const;
+    bool isUsable(const std::wstring& folder) const;
+    bool makeHeader(const std::wstring& folder) const;
+    bool precompile(const std::wstring& folder) const;
+
+    std::wstring toolsFolder;
+    std::wstring launcherPath;
+    std::wstring compilerPath;
+    std::vector<std::wstring> headerFolders; // in the order in which they are looked at
+};
+
+} // namespace Orvane
