@@ -74,7 +74,7 @@ picture() {
         if grep -q '^ready' "$log"; then settled_screenshot "$2" || true; fi
         printf 'close\nexit\n'
     } | drive "$1" > "$log" || status=$?
-    if [ "$status" -ne 0 ] || [ ! -s "$2" ]; then
+    if [ "$status" -ne 0 ] || [ ! -s "$2" ] || ! grep -q '^exit code: 0' "$log"; then
         cat "$log" >&2
         return 1
     fi
