@@ -28,7 +28,7 @@ help:
 	@echo "make windows-toolchain  build the C++ compiler of the Windows archive (a quarter of an hour)"
 	@echo "make golden-update  write the compiler's present output into the golden cases"
 	@echo "make bench          run the benchmarks"
-	@echo "make screenshots    pictures of all examples in build/screenshots"
+	@echo "make screenshots    take the pictures of all examples in docs/images"
 	@echo "make format         format the C++ sources"
 	@echo "make clean          remove build/"
 

@@ -88,7 +88,8 @@ def find_samples(text, name):
 
 
 def documents(source):
-    return [source / "README.md", *sorted((source / "docs").glob("*.md"))]
+    return [source / "README.md", *sorted((source / "docs").glob("*.md")),
+            source / "docs" / "library" / "traps.md"]
 
 
 def all_samples(source):

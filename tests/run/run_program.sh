@@ -1,8 +1,11 @@
 #!/bin/sh
-# run_program.sh PROGRAM FOLDER: runs a Windows program under Wine, without a screen, in an empty FOLDER.
+# run_program.sh PROGRAM FOLDER [ARGUMENTS]: runs a Windows program under Wine, without a screen, in an
+# empty FOLDER.
 . "$(dirname "$0")/../support/wine.sh"
 wine_up null || exit 1
 rm -rf "$2"
 mkdir -p "$2"
 cd "$2" || exit 1
-wine_run "$1"
+program=$1
+shift 2
+wine_run "$program" "$@"

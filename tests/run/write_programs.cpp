@@ -1,9 +1,10 @@
 // Writes translated programs for the tests to compile:
 //
-//     write_programs value FOLDER           FOLDER/import.hpp with the runtime type and all
-//     converters write_programs all FOLDER ORLIB       FOLDER/import.hpp with every library
-//     function write_programs single FOLDER ORLIB    FOLDER/<function>/import.hpp with that
-//     function alone
+//     write_programs value FOLDER                  import.hpp with the runtime type
+//     write_programs all FOLDER ORLIB              import.hpp with every library function
+//     write_programs some FOLDER ORLIB LIBRARY...  import.hpp with the functions of those libraries
+//     write_programs these FOLDER ORLIB NAME...    import.hpp with the functions of these names
+//     write_programs single FOLDER ORLIB           NAME/import.hpp for every function alone
 //
 // A library function is called with dynamic values, and alone also with each kind of C++ operand
 // that a script can give it; a parameter that is changed for the caller always gets a variable.
@@ -71,6 +72,17 @@ void writeAll(const std::filesystem::path& folder, const ReplacementTable& table
     writeProgram(folder, sourceOf(calls + "    print(1);\n"), table);
 }
 
+// The named functions, in all their forms, and what they need.
+void writeThese(const std::filesystem::path& folder, const ReplacementTable& table,
+                const std::vector<std::string>& names) {
+    std::string calls;
+    for (const std::string& name : names) {
+        if (!table.exists(name)) throw std::runtime_error("no library function " + name);
+        calls += callsOf(name, table.entries().at(name), {"a"});
+    }
+    writeProgram(folder, sourceOf(calls + "    print(1);\n"), table);
+}
+
 void writeSingles(const std::filesystem::path& folder, const ReplacementTable& table) {
     for (const auto& [name, entries] : table.entries())
         if (!isHelper(name))
@@ -84,9 +96,19 @@ void run(const std::vector<std::string>& words) {
         return writeProgram(words[1], "vorla W { button b { on click { print(1); alert(1); } } }",
                             ReplacementTable());
     }
-    if (words.size() != 3) throw std::runtime_error("usage: value|all|single FOLDER [ORLIB]");
+    if (words.size() < 3)
+        throw std::runtime_error("usage: value|all|some|single FOLDER [ORLIB [LIBRARY...]]");
     RecordingConsole console;
+    if (words[0] == "some") {
+        std::vector<std::string> files;
+        for (std::size_t i = 3; i < words.size(); ++i) files.push_back(words[i] + ".orlib");
+        return writeAll(words[1], loadLibraries(words[2], files, console));
+    }
     const ReplacementTable table = loadLibraries(words[2], libraryFiles(words[2]), console);
+    if (words[0] == "these") {
+        const std::vector<std::string> names(words.begin() + 3, words.end());
+        return writeThese(words[1], table, names);
+    }
     if (words[0] == "all") return writeAll(words[1], table);
     if (words[0] == "single") return writeSingles(words[1], table);
     throw std::runtime_error("unknown kind of program: " + words[0]);

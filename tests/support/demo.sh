@@ -35,6 +35,6 @@ echo "4. Taking a picture of its window"
 xvfb_up
 trap xvfb_down EXIT
 wine_up x11
-picture "$folder/$name.exe" "$title" "$folder/$name.png"
+echo "window $title" | picture "$folder/$name.exe" "$folder/$name.png"
 wine_down
 echo "   build/demo/$name.png"

@@ -17,13 +17,14 @@ build_product() {
     fi
 }
 
-# compile_copy SOURCE FOLDER: compiles a copy of a source; the program lands beside the copy.
+# compile_copy SOURCE FOLDER: compiles a copy of a source in the folder (a full path), away from the
+# libraries of the sources; the program lands beside the copy.
 compile_copy() {
     mkdir -p "$2"
     cp "$1" "$2/"
     local copy
     copy=$2/$(basename "$1")
-    if ! "$stage/orvanec" "$copy" > "${copy%.vorla}.log" 2>&1; then
+    if ! (cd "$2" && "$stage/orvanec" "$copy") > "${copy%.vorla}.log" 2>&1; then
         cat "${copy%.vorla}.log" >&2
         return 1
     fi
@@ -38,24 +39,43 @@ title_of() {
 
 # drive PROGRAM < COMMANDS, with full paths.
 drive() {
-    wine_run "$ui_driver" "$(wine_path "$1")" | tr -d '\r'
+    wine_run "$ui_driver" "$(wine_path "$1")" | sed -u 's/\r$//'
 }
 
-# picture PROGRAM TITLE FILE.png: starts the program on $DISPLAY, takes a picture when its window is
-# there and painted, closes it. The commands wait in a pipe until then.
+# settled_screenshot FILE.png: a picture of $DISPLAY as soon as two of them in a row are equal.
+settled_screenshot() {
+    local former='' now tries=0
+    while [ "$tries" -lt 40 ]; do
+        tries=$((tries + 1))
+        screenshot "$1" 2> /dev/null || { sleep 0.1; continue; }
+        now=$(identify -format '%w %#' "$1")
+        # An empty screen is trimmed to nothing.
+        if [ "$now" = "$former" ] && [ "${now%% *}" -gt 50 ]; then return 0; fi
+        former=$now
+        sleep 0.1
+    done
+    [ -s "$1" ]
+}
+
+# picture PROGRAM FILE.png < COMMANDS: starts the program on $DISPLAY, works it by the commands, the
+# first of which waits for its window, takes a picture and closes it. The driver gets the last two
+# commands through its pipe only when the picture is there.
 picture() {
-    local log=${3%.png}.window.log
-    rm -f "$log"
+    local log=${2%.png}.window.log commands status=0
+    commands=$(cat)
+    rm -f "$log" "$2"
     {
-        echo "window $2"
+        printf '%s\nsay ready\n' "$commands"
         local tries=0
-        until grep -q '^window:\|^FAILED' "$log" 2> /dev/null || [ "$tries" -ge 300 ]; do
+        until grep -q '^ready\|^FAILED' "$log" 2> /dev/null || [ "$tries" -ge 600 ]; do
             sleep 0.1
             tries=$((tries + 1))
         done
-        sleep 1
-        screenshot "$3" || true
+        if grep -q '^ready' "$log"; then settled_screenshot "$2" || true; fi
         printf 'close\nexit\n'
-    } | drive "$1" > "$log"
-    [ -s "$3" ]
+    } | drive "$1" > "$log" || status=$?
+    if [ "$status" -ne 0 ] || [ ! -s "$2" ] || ! grep -q '^exit code: 0' "$log"; then
+        cat "$log" >&2
+        return 1
+    fi
 }

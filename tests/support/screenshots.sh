@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Pictures of all example programs, in build/screenshots.
+# Pictures of all example programs, in docs/images.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 
@@ -7,16 +7,15 @@ folder=$PWD/build/screenshots
 export ORVANE_TEST_PREFIX=$PWD/build/wineprefix
 . tests/support/wine.sh
 . tests/support/product.sh
+. tests/support/gallery.sh
 
 build_product
 rm -rf "$folder"
+mkdir -p "$folder" docs/images
 xvfb_up
 trap xvfb_down EXIT
 wine_up x11
-for example in examples/*.vorla; do
-    name=$(basename "$example" .vorla)
-    compile_copy "$example" "$folder"
-    picture "$folder/$name.exe" "$(title_of "$example")" "$folder/$name.png"
-    echo "build/screenshots/$name.png"
-done
+take_pictures "$folder"
 wine_down
+cp "$folder"/*.png docs/images/
+ls -s --block-size=1 docs/images/*.png

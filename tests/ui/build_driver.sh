@@ -4,4 +4,4 @@ set -eu
 cd "$(dirname "$0")"
 exec "$1" -std=c++17 -O1 -s -static -municode -DUNICODE \
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror \
-    ui_driver.cpp program_under_test.cpp -o "$2" -lgdi32
+    ui_driver.cpp control_report.cpp program_under_test.cpp -o "$2" -lgdi32

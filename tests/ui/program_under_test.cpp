@@ -23,7 +23,7 @@ std::wstring toWide(const std::string& text) {
 
 LRESULT sendMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     DWORD_PTR result = 0;
-    SendMessageTimeoutW(window, message, wParam, lParam, SMTO_ABORTIFHUNG, 5000, &result);
+    SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, 20000, &result);
     return static_cast<LRESULT>(result);
 }
 

@@ -41,7 +41,7 @@ private:
     DWORD processId = 0;
 };
 
-// SendMessage with a limit of five seconds; 0 when the program does not answer.
+// SendMessage with a limit of twenty seconds; 0 when the program does not answer.
 LRESULT sendMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 std::string windowText(HWND window);

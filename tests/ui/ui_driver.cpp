@@ -1,13 +1,18 @@
-// ui_driver.exe PROGRAM: starts a GUI program and works it from outside. Commands stand on standard
-// input (UTF-8), one per line, blank lines and lines that begin with # apart; results go to
-// standard output. IDs are those of the controls (1001, 1002, ... in the order of their
+// ui_driver.exe [--alone] PROGRAM: starts a GUI program and works it from outside, on a desktop of
+// its own if --alone is given (nothing of it is then seen on the screen). Commands stand on
+// standard input (UTF-8), one per line, blank lines and lines that begin with # apart; results go
+// to standard output. IDs are those of the controls (1001, 1002, ... in the order of their
 // declaration); a line break in a text is written \n. The exit code is 1 when a command failed, and
 // then the program is ended.
 //
 //   window PART          waits for the window with PART in its title; the commands below work on it
+//   frame                prints the window's class, size, style and title
 //   controls             lists its controls: ID, class, place in the window, size, style, text
+//   control ID           prints one of these lines
+//   absent ID            fails when a control has the ID
 //   text ID              prints a control's text (ID 0: the window's title)
 //   expect ID TEXT       waits until the control's text is TEXT
+//   changes ID TEXT      waits until it is no longer TEXT
 //   click ID             presses a button, and waits for nothing
 //   settext ID TEXT      replaces a text; an entry tells its program
 //   type ID TEXT         types into a control, character by character
@@ -16,15 +21,26 @@
 //   send ID MSG W L      sends any message (numbers) and prints the answer
 //   items ID             prints the lines of a list box or combo box, or the pages of a tab control
 //   checked ID           prints 1 for a ticked check box or radio button, else 0
+//   range ID             prints the range and position of a slider or progress bar
+//   image ID             says whether a picture has been loaded
+//   key ID CODE          presses a key, given by its virtual code in decimal
+//   press ID X Y [2]     clicks at a place of the control by message; 2: a double click
 //   messagebox [BUTTON]  waits for a message box, prints it, closes it with the button ID (1: OK)
+//   dialog               waits for a message box, prints it and leaves it open
 //   nomessagebox         fails when a message box is open
+//   answer BUTTON [TEXT] waits for a dialog, puts TEXT into its field, closes it with the button ID
+//   focus ID             waits until the control has the keyboard focus
+//   key CODE             presses a key (number) for the control that has the focus
 //   mouse ID             clicks with the mouse on the middle of a control (needs a screen)
 //   doubleclick ID       the same, twice
 //   pixel ID X Y         prints the colour that the screen shows there (needs a screen)
+//   shows ID X Y COLOUR  waits until the screen shows #RRGGBB there (needs a screen)
+//   say TEXT             prints the text
 //   sleep MILLISECONDS
 //   close                asks the window to close
 //   exit                 waits for the end of the program and prints its exit code
 
+#include "control_report.h"
 #include "program_under_test.h"
 
 #include <commctrl.h>
@@ -42,23 +58,12 @@ struct Session {
     HWND window;
 };
 
+// How long a program may take for something, in milliseconds: far more than it needs, since the
+// machine may be busy; a wait ends as soon as the thing is there.
+const DWORD patience = 20000;
+
 using Arguments = std::istringstream;
 using Failure = std::runtime_error;
-
-std::string escaped(const std::string& text) {
-    std::string result;
-    for (const char character : text) {
-        if (character == '\n')
-            result += "\\n";
-        else if (character == '\r')
-            result += "\\r";
-        else if (character == '\\')
-            result += "\\\\";
-        else
-            result += character;
-    }
-    return result;
-}
 
 std::string restOf(Arguments& arguments) {
     std::string rest;
@@ -93,24 +98,27 @@ void notify(const Session& session, int id, int code) {
 }
 
 void runWindow(Session& session, Arguments& arguments) {
-    session.window = session.program.waitForWindow(restOf(arguments), 10000);
+    session.window = session.program.waitForWindow(restOf(arguments), 30000);
     if (!session.window) throw Failure("no such window");
     std::printf("window: %s\n", escaped(windowText(session.window)).c_str());
 }
 
-void printControl(HWND window, HWND child) {
-    RECT area;
-    GetWindowRect(child, &area);
-    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&area), 2);
-    std::printf("%d %s %ld,%ld %ldx%ld style=%08lx text=%s\n", GetDlgCtrlID(child),
-                windowClass(child).c_str(), area.left, area.top, area.right - area.left,
-                area.bottom - area.top,
-                static_cast<unsigned long>(GetWindowLongW(child, GWL_STYLE)),
-                escaped(windowText(child)).c_str());
-}
+void runFrame(Session& session, Arguments&) { printFrame(session.window); }
 
 void runControls(Session& session, Arguments&) {
-    for (const HWND child : childWindows(session.window)) printControl(session.window, child);
+    for (const HWND child : childWindows(session.window))
+        if (GetParent(child) == session.window) printControl(session.window, child);
+}
+
+void runControl(Session& session, Arguments& arguments) {
+    printControl(session.window, readControl(session, arguments));
+}
+
+void runAbsent(Session& session, Arguments& arguments) {
+    int id = 0;
+    if (!(arguments >> id)) throw Failure("a control's ID is needed");
+    if (GetDlgItem(session.window, id)) throw Failure("there is such a control");
+    std::printf("%d absent\n", id);
 }
 
 void runText(Session& session, Arguments& arguments) {
@@ -125,12 +133,19 @@ void runExpect(Session& session, Arguments& arguments) {
     const std::string wanted = restOf(arguments);
     const DWORD start = GetTickCount();
     std::string text = escaped(windowText(target));
-    while (text != wanted && GetTickCount() - start < 3000) {
+    while (text != wanted && GetTickCount() - start < patience) {
         Sleep(20);
         text = escaped(windowText(target));
     }
     if (text != wanted) throw Failure("the text is '" + text + "'");
     std::printf("%d text: %s\n", id, text.c_str());
+}
+
+void runChanges(Session& session, Arguments& arguments) {
+    const HWND target = readControl(session, arguments);
+    const std::string former = restOf(arguments);
+    for (const DWORD start = GetTickCount(); escaped(windowText(target)) == former; Sleep(20))
+        if (GetTickCount() - start > patience) throw Failure("the text is still the same");
 }
 
 // Posted, not sent: a handler that shows a message box would keep a sender waiting.
@@ -140,7 +155,7 @@ void runClick(Session& session, Arguments& arguments) {
 
 void runSetText(Session& session, Arguments& arguments) {
     const HWND target = readControl(session, arguments);
-    const std::wstring text = toWide(restOf(arguments));
+    const std::wstring text = toWide(unescaped(restOf(arguments)));
     sendMessage(target, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
@@ -149,8 +164,6 @@ void runType(Session& session, Arguments& arguments) {
     for (const wchar_t character : toWide(restOf(arguments)))
         sendMessage(target, WM_CHAR, character, 1);
 }
-
-bool isListBox(HWND window) { return _stricmp(windowClass(window).c_str(), "LISTBOX") == 0; }
 
 // Selecting by message does not notify the program as a user's click does, so that follows.
 void runSelect(Session& session, Arguments& arguments) {
@@ -181,34 +194,46 @@ void runSend(Session& session, Arguments& arguments) {
     std::printf("%d answer: %lld\n", id, static_cast<long long>(answer));
 }
 
-std::string lineText(HWND target, bool list, int index) {
-    wchar_t text[1024] = L"";
-    sendMessage(target, list ? LB_GETTEXT : CB_GETLBTEXT, static_cast<WPARAM>(index),
-                reinterpret_cast<LPARAM>(text));
-    return toUtf8(text);
-}
-
 void runItems(Session& session, Arguments& arguments) {
-    int id = 0;
-    const HWND target = readControl(session, arguments, id);
-    const bool tab = windowClass(target) == "SysTabControl32", list = isListBox(target);
-    const UINT countMessage = tab ? TCM_GETITEMCOUNT : list ? LB_GETCOUNT : CB_GETCOUNT;
-    const UINT selectionMessage = tab ? TCM_GETCURSEL : list ? LB_GETCURSEL : CB_GETCURSEL;
-    std::printf("%d selected=%d items:", id,
-                static_cast<int>(sendMessage(target, selectionMessage, 0, 0)));
-    const int count = static_cast<int>(sendMessage(target, countMessage, 0, 0));
-    for (int index = 0; index < count; ++index) {
-        const std::string text =
-            tab ? session.program.tabItemText(target, index) : lineText(target, list, index);
-        std::printf(" [%s]", escaped(text).c_str());
-    }
-    std::printf("\n");
+    printItems(session.program, readControl(session, arguments));
 }
 
 void runChecked(Session& session, Arguments& arguments) {
     int id = 0;
     const HWND target = readControl(session, arguments, id);
     std::printf("%d checked: %d\n", id, static_cast<int>(sendMessage(target, BM_GETCHECK, 0, 0)));
+}
+
+void runRange(Session& session, Arguments& arguments) {
+    printRange(readControl(session, arguments));
+}
+
+void runImage(Session& session, Arguments& arguments) {
+    int id = 0;
+    const HWND target = readControl(session, arguments, id);
+    const bool loaded = sendMessage(target, STM_GETIMAGE, IMAGE_BITMAP, 0) != 0;
+    std::printf("%d image: %s\n", id, loaded ? "loaded" : "none");
+}
+
+// Posted, not typed: without a screen no window has the focus.
+void runKey(Session& session, Arguments& arguments) {
+    const HWND target = readControl(session, arguments);
+    WPARAM code = 0;
+    if (!(arguments >> code)) throw Failure("a key's code is needed");
+    post(target, WM_KEYDOWN, code, 1);
+    post(target, WM_KEYUP, code, static_cast<LPARAM>(0xC0000001));
+}
+
+void runPress(Session& session, Arguments& arguments) {
+    const HWND target = readControl(session, arguments);
+    int x = 0, y = 0, times = 1;
+    arguments >> x >> y >> times;
+    const LPARAM place = MAKELPARAM(x, y);
+    post(target, WM_LBUTTONDOWN, MK_LBUTTON, place);
+    post(target, WM_LBUTTONUP, 0, place);
+    if (times < 2) return;
+    post(target, WM_LBUTTONDBLCLK, MK_LBUTTON, place);
+    post(target, WM_LBUTTONUP, 0, place);
 }
 
 void printMessageBox(HWND box) {
@@ -220,20 +245,69 @@ void printMessageBox(HWND box) {
     std::printf("\n");
 }
 
+HWND openMessageBox(const Session& session) {
+    const HWND box = session.program.waitForDialog(patience);
+    if (!box) throw Failure("no message box");
+    printMessageBox(box);
+    return box;
+}
+
+void runDialog(Session& session, Arguments&) { openMessageBox(session); }
+
 void runMessageBox(Session& session, Arguments& arguments) {
     int button = IDOK;
     arguments >> button;
-    const HWND box = session.program.waitForDialog(5000);
-    if (!box) throw Failure("no message box");
-    printMessageBox(box);
+    const HWND box = openMessageBox(session);
     post(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
          reinterpret_cast<LPARAM>(GetDlgItem(box, button)));
     for (const DWORD start = GetTickCount(); IsWindow(box); Sleep(10))
-        if (GetTickCount() - start > 5000) throw Failure("the message box stays open");
+        if (GetTickCount() - start > patience) throw Failure("the message box stays open");
 }
 
 void runNoMessageBox(Session& session, Arguments&) {
     if (session.program.waitForDialog(300)) throw Failure("a message box is open");
+}
+
+// The only field of a dialog of the library has this ID.
+void runAnswer(Session& session, Arguments& arguments) {
+    int button = IDOK;
+    arguments >> button;
+    const std::wstring text = toWide(restOf(arguments));
+    const HWND dialog = session.program.waitForDialog(5000);
+    if (!dialog) throw Failure("no dialog");
+    std::printf("dialog [%s] [%s]\n", escaped(windowText(dialog)).c_str(),
+                escaped(windowText(GetDlgItem(dialog, 100))).c_str());
+    if (!text.empty())
+        sendMessage(GetDlgItem(dialog, 100), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    post(dialog, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+         reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
+    for (const DWORD start = GetTickCount(); IsWindow(dialog); Sleep(10))
+        if (GetTickCount() - start > 5000) throw Failure("the dialog stays open");
+}
+
+HWND focused(const Session& session) {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(session.window, nullptr), &info);
+    return info.hwndFocus;
+}
+
+void runFocus(Session& session, Arguments& arguments) {
+    int id = 0;
+    const HWND target = readControl(session, arguments, id);
+    const DWORD start = GetTickCount();
+    while (focused(session) != target && GetTickCount() - start < 3000) Sleep(20);
+    if (focused(session) != target)
+        throw Failure("the focus is on " + std::to_string(GetDlgCtrlID(focused(session))));
+    std::printf("%d has the focus\n", id);
+}
+
+void runKey(Session& session, Arguments& arguments) {
+    WPARAM code = 0;
+    arguments >> code;
+    const HWND target = focused(session) ? focused(session) : session.window;
+    post(target, WM_KEYDOWN, code, 1);
+    post(target, WM_KEYUP, code, 1);
 }
 
 void clickWithMouse(const Session& session, HWND target, int times) {
@@ -258,18 +332,42 @@ void runDoubleClick(Session& session, Arguments& arguments) {
     clickWithMouse(session, readControl(session, arguments), 2);
 }
 
-void runPixel(Session& session, Arguments& arguments) {
-    int id = 0, x = 0, y = 0;
-    const HWND target = readControl(session, arguments, id);
-    arguments >> x >> y;
+std::string colourOnScreen(HWND target, int x, int y) {
     POINT place = {x, y};
     ClientToScreen(target, &place);
     const HDC screen = GetDC(nullptr);
     const COLORREF colour = GetPixel(screen, place.x, place.y);
     ReleaseDC(nullptr, screen);
-    std::printf("%d pixel: #%02X%02X%02X\n", id, GetRValue(colour), GetGValue(colour),
-                GetBValue(colour));
+    char text[8];
+    std::snprintf(text, sizeof text, "#%02X%02X%02X", GetRValue(colour), GetGValue(colour),
+                  GetBValue(colour));
+    return text;
 }
+
+void runPixel(Session& session, Arguments& arguments) {
+    int id = 0, x = 0, y = 0;
+    const HWND target = readControl(session, arguments, id);
+    arguments >> x >> y;
+    std::printf("%d pixel: %s\n", id, colourOnScreen(target, x, y).c_str());
+}
+
+// A window is there before it is painted, hence the wait.
+void runShows(Session& session, Arguments& arguments) {
+    int id = 0, x = 0, y = 0;
+    const HWND target = readControl(session, arguments, id);
+    arguments >> x >> y;
+    const std::string wanted = restOf(arguments);
+    const DWORD start = GetTickCount();
+    std::string colour = colourOnScreen(target, x, y);
+    while (colour != wanted && GetTickCount() - start < patience) {
+        Sleep(20);
+        colour = colourOnScreen(target, x, y);
+    }
+    if (colour != wanted) throw Failure("the colour is " + colour);
+    std::printf("%d shows %s at %d,%d\n", id, colour.c_str(), x, y);
+}
+
+void runSay(Session&, Arguments& arguments) { std::printf("%s\n", restOf(arguments).c_str()); }
 
 void runSleep(Session&, Arguments& arguments) {
     DWORD milliseconds = 0;
@@ -281,7 +379,9 @@ void runClose(Session& session, Arguments&) { post(session.window, WM_CLOSE, 0, 
 
 void runExit(Session& session, Arguments&) {
     DWORD code = 0;
-    if (!session.program.waitForEnd(5000, code)) throw Failure("the program still runs");
+    if (!session.program.waitForEnd(patience, code))
+        throw Failure(IsWindow(session.window) ? "the window stays open"
+                                               : "the program runs on without its window");
     std::printf("exit code: %lu\n", code);
 }
 
@@ -290,9 +390,13 @@ using Command = void (*)(Session&, Arguments&);
 const std::map<std::string, Command>& commands() {
     static const std::map<std::string, Command> table = {
         {"window", runWindow},
+        {"frame", runFrame},
         {"controls", runControls},
+        {"control", runControl},
+        {"absent", runAbsent},
         {"text", runText},
         {"expect", runExpect},
+        {"changes", runChanges},
         {"click", runClick},
         {"settext", runSetText},
         {"type", runType},
@@ -301,11 +405,21 @@ const std::map<std::string, Command>& commands() {
         {"send", runSend},
         {"items", runItems},
         {"checked", runChecked},
+        {"range", runRange},
+        {"image", runImage},
+        {"key", runKey},
+        {"press", runPress},
+        {"dialog", runDialog},
         {"messagebox", runMessageBox},
         {"nomessagebox", runNoMessageBox},
+        {"answer", runAnswer},
+        {"focus", runFocus},
+        {"key", runKey},
         {"mouse", runMouse},
         {"doubleclick", runDoubleClick},
         {"pixel", runPixel},
+        {"shows", runShows},
+        {"say", runSay},
         {"sleep", runSleep},
         {"close", runClose},
         {"exit", runExit},
@@ -320,7 +434,7 @@ void runLine(Session& session, const std::string& line) {
     if (name.empty() || name[0] == '#') return;
     const auto command = commands().find(name);
     if (command == commands().end()) throw Failure("unknown command");
-    const bool needsWindow = name != "window" && name != "exit" && name != "sleep";
+    const bool needsWindow = name != "window" && name != "exit" && name != "sleep" && name != "say";
     if (needsWindow && !session.window) throw Failure("no window yet");
     command->second(session, arguments);
 }
@@ -343,13 +457,24 @@ int runCommands(Session& session) {
 
 } // namespace
 
+// Programs of tests that run side by side would take the focus and the mouse from each other; on a
+// desktop of its own each is alone.
+void moveToOwnDesktop() {
+    const std::string name = "ui_driver_" + std::to_string(GetCurrentProcessId());
+    const HDESK desktop =
+        CreateDesktopW(toWide(name).c_str(), nullptr, nullptr, 0, GENERIC_ALL, nullptr);
+    if (!desktop || !SetThreadDesktop(desktop)) throw Failure("no desktop for the program");
+}
+
 int wmain(int argc, wchar_t** argv) {
-    if (argc != 2) {
-        std::printf("usage: ui_driver PROGRAM < COMMANDS\n");
+    const bool alone = argc == 3 && std::wstring(argv[1]) == L"--alone";
+    if (argc != 2 && !alone) {
+        std::printf("usage: ui_driver [--alone] PROGRAM < COMMANDS\n");
         return 2;
     }
     try {
-        const ProgramUnderTest program(toUtf8(argv[1]));
+        if (alone) moveToOwnDesktop();
+        const ProgramUnderTest program(toUtf8(argv[argc - 1]));
         Session session{program, nullptr};
         return runCommands(session);
     } catch (const Failure& failure) {

@@ -36,9 +36,13 @@ inline int MultiByteToWideChar(unsigned, unsigned long, const char* text, int si
         const unsigned char lead = static_cast<unsigned char>(text[at++]);
         const int more = lead < 0x80 ? 0 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
         unsigned long code = more == 0 ? lead : lead & (0x3Fu >> more);
-        for (int i = 0; i < more && at < size; ++i)
-            code = code << 6 | (static_cast<unsigned char>(text[at++]) & 0x3Fu);
-        if (units < room) wide[units] = static_cast<wchar_t>(code);
+        int found = 0;
+        while (found < more && at + found < size && (text[at + found] & 0xC0) == 0x80)
+            code = code << 6 | (static_cast<unsigned char>(text[at + found++]) & 0x3Fu);
+        // A byte that begins no character becomes one of its own.
+        const bool isWhole = found == more && (lead < 0x80 || (lead >= 0xC2 && lead < 0xF5));
+        if (isWhole) at += found;
+        if (units < room) wide[units] = isWhole ? static_cast<wchar_t>(code) : wchar_t{0xFFFD};
     }
     return units;
 }
