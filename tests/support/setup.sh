@@ -43,7 +43,10 @@ add_group() {
             need diffutils has_command diff
             need python3 has_command python3
             ;;
-        bench) need libbenchmark-dev has_file /usr/include/benchmark/benchmark.h ;;
+        bench)
+            need libbenchmark-dev has_file /usr/include/benchmark/benchmark.h
+            need valgrind has_command valgrind
+            ;;
         format) need clang-format has_command clang-format ;;
         screen)
             want xvfb has_command Xvfb
