@@ -69,8 +69,11 @@ golden-update:
 bench:
 	@$(SETUP) build windows tests bench
 	@cmake --preset release > /dev/null
-	@cmake --build --preset release -j$(JOBS) --target translation_benchmark | tail -n 1
+	@cmake --build --preset release -j$(JOBS) \
+		--target translation_benchmark translate_once generate_source | tail -n 1
 	@build/release/bin/translation_benchmark
+	@bench/check_instructions.sh build/release/bin
+	@bench/compare.sh build/release/bin
 
 screenshots:
 	@$(SETUP) build windows screen

@@ -44,7 +44,7 @@ void parse(benchmark::State& state) {
         state.PauseTiming();
         auto copy = tokens;
         state.ResumeTiming();
-        Parser parser(std::move(copy), console);
+        Parser parser(std::move(copy), console, nullptr, Parser::Texts::viewed);
         benchmark::DoNotOptimize(parser.parse());
     }
     countLines(state);
@@ -72,8 +72,8 @@ void translate(benchmark::State& state) {
     SilentConsole console;
     for (auto _ : state) {
         Lexer lexer(source, console);
-        Parser parser(lexer.tokenize(), console);
-        const std::unique_ptr<AST> program = parser.parse();
+        const std::unique_ptr<AST> program =
+            Parser(lexer.tokenize(), console, nullptr, Parser::Texts::viewed).parse();
         const ReplacementTable table;
         TextStream mainStream, importStream;
         int indentLevel = 0;

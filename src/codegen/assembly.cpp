@@ -20,18 +20,14 @@ std::string_view cppTypeOf(std::string_view type) {
 }
 
 // long long add(long long a, Value b)
-std::string formatSignature(const FuncDef& function) {
-    std::string text(cppTypeOf(function.returnType));
-    text += ' ';
-    text += function.name;
-    text += '(';
+void writeSignature(TextStream& stream, const FuncDef& function) {
+    stream << cppTypeOf(function.returnType) << ' ' << function.name << '(';
+    std::string_view separator;
     for (const Parameter& parameter : function.params) {
-        if (&parameter != &function.params.front()) text += ", ";
-        text += cppTypeOf(parameter.typeName);
-        text += ' ';
-        text += parameter.name;
+        stream << separator << cppTypeOf(parameter.typeName) << ' ' << parameter.name;
+        separator = ", ";
     }
-    return text + ")";
+    stream << ')';
 }
 
 void collectScriptCalls(const Script* script, NameSet& names) {
@@ -68,7 +64,7 @@ NameSet collectCalledNames(const AST& program) {
     return names;
 }
 
-void collectFunctionNames(const AST& program, NameSet& names) {
+void collectFunctionNames(const AST& program, NameTable& names) {
     const auto addScript = [&](const Script* script) {
         if (!script) return;
         for (const auto& function : script->functions) names.emplace(function->name);
@@ -127,8 +123,7 @@ void CodeGenerator::startRun(const AST& program, bool debugMode_) {
     debugMode = debugMode_;
     collectFunctionNames(program, userFunctions);
     for (const Using& entry : program.usings)
-        if (entry.isAlias)
-            variableClasses.insert_or_assign(std::string(entry.key), std::string(entry.value));
+        if (entry.isAlias) variableClasses.insert_or_assign(entry.key, entry.value);
 }
 
 // Free functions may call each other in any order and may be called by class methods.
@@ -136,21 +131,21 @@ void CodeGenerator::generatePrototypes(const AST& program) {
     bool anyWritten = false;
     for (const auto& function : program.functions) {
         if (!isWritten(*function)) continue;
-        auxOut << formatSignature(*function) << ";\n";
+        writeSignature(auxOut, *function);
+        auxOut << ";\n";
         anyWritten = true;
     }
     if (anyWritten) auxOut << "\n";
 }
 
 // The free functions and the script's, which are written as all bodies are, to the main stream, but
-// belong to import.hpp.
+// belong to import.hpp: the two texts change places meanwhile.
 void CodeGenerator::generateFunctions(const AST& program) {
-    std::string kept = out.take();
+    out.swap(auxOut);
     for (const auto& function : program.functions)
         if (isWritten(*function)) generateFunction(*function);
     generateScript(program.script.get());
-    auxOut << out.view();
-    out.restore(std::move(kept));
+    out.swap(auxOut);
 }
 
 void CodeGenerator::generateScript(const Script* script) {
@@ -163,13 +158,14 @@ void CodeGenerator::generateScript(const Script* script) {
 // }
 //
 void CodeGenerator::generateFunction(const FuncDef& function) {
-    addLine(formatSignature(function) + " {");
+    writeIndent();
+    writeSignature(out, function);
+    write(" {\n");
     {
         const IndentScope body(indentLevel);
         for (const Parameter& parameter : function.params)
             variableClasses.insert_or_assign(
-                std::string(parameter.name),
-                std::string(parameter.typeName.empty() ? "value" : parameter.typeName));
+                parameter.name, parameter.typeName.empty() ? "value" : parameter.typeName);
         generateBody(function.body);
     }
     addLine("}");

@@ -52,6 +52,7 @@ const Expr* collectComprehension(const ListComprehensionExpr& list, NameSet& nam
 // Adds the calls of one node and of its operands, but for the operand that it returns: the caller
 // goes on with that one. Null when none is left.
 const Expr* collectNode(const Expr* node, NameSet& names) {
+    if (nodeCast<IdentifierExpr>(node) || nodeCast<LiteralExpr>(node)) return nullptr;
     if (const auto* binary = nodeCast<BinaryExpr>(node)) {
         collect(binary->right, names);
         return binary->left.get();

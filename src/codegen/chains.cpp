@@ -34,12 +34,6 @@ const BinaryExpr* assignedAll(const BinaryExpr& binary) {
     return binary.op == "=" ? asAllReference(binary.left.get()) : nullptr;
 }
 
-// An operator between two operands, assignment included: all but member accesses and broadcasts.
-const BinaryExpr* asOperation(const Expr* expr) {
-    const auto* binary = nodeCast<BinaryExpr>(expr);
-    return binary && binary->op != "." && !assignedAll(*binary) ? binary : nullptr;
-}
-
 // The x.all of a call x.all.method(...).
 const BinaryExpr* calledAll(const CallExpr& call) {
     const auto* access = asMemberAccess(call.callee.get());
@@ -81,7 +75,7 @@ bool CodeGeneratorCore::stepLeft(const Expr*& node) {
         return true;
     }
     if (const auto* index = nodeCast<IndexExpr>(node)) {
-        openNodes.push_back({node, false});
+        openNodes.push_back({node, Rest::bracketAndIndex});
         node = index->object.get();
         return true;
     }
@@ -89,77 +83,86 @@ bool CodeGeneratorCore::stepLeft(const Expr*& node) {
     const BinaryExpr* all = call ? calledAll(*call) : nullptr;
     if (!all) return false;
     write(broadcastFront);
-    openNodes.push_back({node, false});
+    openNodes.push_back({node, Rest::broadcastCall});
     node = all->left.get();
     return true;
 }
 
 // Returns the left operand, or null when the text is complete already.
-//
-// x.all is x itself. On the right side of an assignment to x.all it means the element to which
-// the loop has come.
 const Expr* CodeGeneratorCore::openBinary(const BinaryExpr& binary) {
-    if (asAllReference(&binary)) {
-        const auto* collection = nodeCast<IdentifierExpr>(binary.left);
-        if (allElementName.empty() || !collection || collection->name != allElementName)
-            return binary.left.get();
-        write("_e");
-        return nullptr;
-    }
-    openNodes.push_back({&binary, false});
+    if (binary.op == ".") return openMember(binary);
     if (const BinaryExpr* all = assignedAll(binary)) {
+        openNodes.push_back({&binary, Rest::broadcastAssignment});
         write(broadcastFront);
         return all->left.get();
     }
-    if (binary.op != ".") write("(");
+    openNodes.push_back({&binary, Rest::operatorAndRight});
+    write("(");
     return binary.left.get();
+}
+
+// x.all is x itself. On the right side of an assignment to x.all it means the element to which
+// the loop has come.
+const Expr* CodeGeneratorCore::openMember(const BinaryExpr& access) {
+    if (memberName(access) != "all") {
+        openNodes.push_back({&access, Rest::memberName});
+        return access.left.get();
+    }
+    const auto* collection = nodeCast<IdentifierExpr>(access.left);
+    if (allElementName.empty() || !collection || collection->name != allElementName)
+        return access.left.get();
+    write("_e");
+    return nullptr;
 }
 
 // Goes on behind the operand that has just been written. True when the innermost open node has
 // another one, to which it moves; otherwise the node is closed.
-//
-// (LEFT + RIGHT), the operator as it stands in the source
-// OBJECT[INDEX]
 bool CodeGeneratorCore::stepRight(const Expr*& node) {
-    const Expr* open = openNodes.back().node;
-    const auto* index = nodeCast<IndexExpr>(open);
-    const auto* operation = asOperation(open);
-    if (openNodes.back().hasRight) {
-        openNodes.pop_back();
-        write(index ? "]" : ")");
-        return false;
+    OpenNode& open = openNodes.back();
+    if (open.rest == Rest::operatorAndRight) {
+        const auto& operation = static_cast<const BinaryExpr&>(*open.node);
+        open.rest = Rest::closeOperation;
+        node = operation.right.get();
+        write(" ", operation.op, " ");
+        return true;
     }
-    if (!index && !operation) {
-        openNodes.pop_back();
-        writeRest(open);
-        return false;
-    }
-    openNodes.back().hasRight = true;
-    if (index)
+    if (open.rest == Rest::bracketAndIndex) {
+        open.rest = Rest::closeIndex;
+        node = static_cast<const IndexExpr&>(*open.node).index.get();
         write("[");
-    else
-        write(" ", operation->op, " ");
-    node = index ? index->index.get() : operation->right.get();
-    return true;
+        return true;
+    }
+    const OpenNode complete = open;
+    openNodes.pop_back();
+    writeRest(complete);
+    return false;
 }
 
-// What follows the left operand of a node that has no other:
-//
+// (LEFT + RIGHT), the operator as it stands in the source
+// OBJECT[INDEX]
 // LEFT["NAME"]
-void CodeGeneratorCore::writeRest(const Expr* node) {
-    if (const auto* call = nodeCast<CallExpr>(node)) return genBroadcastCall(*call);
-    const auto* binary = nodeCast<BinaryExpr>(node);
-    if (const BinaryExpr* all = assignedAll(*binary)) return genBroadcastAssignment(*binary, *all);
-    write("[\"", memberName(*binary), "\"]");
+void CodeGeneratorCore::writeRest(const OpenNode& open) {
+    switch (open.rest) {
+    case Rest::closeOperation:
+        return write(")");
+    case Rest::closeIndex:
+        return write("]");
+    case Rest::broadcastAssignment:
+        return genBroadcastAssignment(static_cast<const BinaryExpr&>(*open.node));
+    case Rest::broadcastCall:
+        return genBroadcastCall(static_cast<const CallExpr&>(*open.node));
+    default:
+        return write("[\"", memberName(static_cast<const BinaryExpr&>(*open.node)), "\"]");
+    }
 }
 
 // ([&]() { auto& _arr = COLLECTION; for (auto& _e : _arr.arrayVal) { _e = RIGHT; } })()
-void CodeGeneratorCore::genBroadcastAssignment(const BinaryExpr& binary, const BinaryExpr& all) {
-    const auto* collection = nodeCast<IdentifierExpr>(all.left);
-    std::string outer =
-        std::exchange(allElementName, std::string(collection ? collection->name : ""));
+void CodeGeneratorCore::genBroadcastAssignment(const BinaryExpr& binary) {
+    const auto* collection = nodeCast<IdentifierExpr>(assignedAll(binary)->left);
+    const std::string_view outer =
+        std::exchange(allElementName, collection ? collection->name : std::string_view());
     write(broadcastLoop, "_e = ", binary.right, broadcastEnd);
-    allElementName = std::move(outer);
+    allElementName = outer;
 }
 
 // ([&]() { auto& _arr = COLLECTION; for (auto& _e : _arr.arrayVal) { _e["METHOD"](ARGS); } })()
@@ -194,10 +197,11 @@ void CodeGeneratorCore::genCall(const CallExpr& call) {
 }
 
 // The class that a variable was declared with, aliases followed; empty for other names.
-std::string CodeGeneratorCore::declaredClass(std::string_view variable) const {
+std::string_view CodeGeneratorCore::declaredClass(std::string_view variable) const {
     if (!varClasses) return {};
     const auto entry = varClasses->find(variable);
-    return entry == varClasses->end() ? std::string() : resolveType(entry->second, *varClasses);
+    return entry == varClasses->end() ? std::string_view()
+                                      : resolveType(entry->second, *varClasses);
 }
 
 // CLASS__METHOD(OBJECT, ARGS)
@@ -209,7 +213,7 @@ void CodeGeneratorCore::genMemberCall(const CallExpr& call) {
     const auto* object = access ? nodeCast<IdentifierExpr>(access->left) : nullptr;
     const std::string_view method = access ? memberName(*access) : std::string_view{};
 
-    const std::string className = object ? declaredClass(object->name) : std::string();
+    const std::string_view className = object ? declaredClass(object->name) : std::string_view();
     const ClassInfo* info = object ? findClass(className) : nullptr;
     if (!info || !info->methods.contains(method)) {
         write("/* class call ", className, ".", method, " */ Value()");

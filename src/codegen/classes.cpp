@@ -76,15 +76,15 @@ void CodeGenerator::generateAllClasses(const AST& program) {
 // BODY
 // }
 //
-// Bodies are written to the main stream, whose own text is set aside meanwhile.
+// Bodies are written to the main stream, which changes texts with the import stream meanwhile.
 void CodeGenerator::generateClassMethod(std::string_view className, const ClassInfo& classInfo,
                                         const ClassMethod& method) {
     const ClassMethodInfo info = describeMethod(method);
     writeMethodHead(auxOut, className, method.name, info);
-    std::string kept = out.take();
+    out.swap(auxOut);
     generateClassMethodBody(className, classInfo, info, method.body);
-    auxOut << out.view() << "}\n\n";
-    out.restore(std::move(kept));
+    out.swap(auxOut);
+    auxOut << "}\n\n";
 }
 
 // auto& FIELD = _this["FIELD"];

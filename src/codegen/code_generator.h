@@ -104,11 +104,12 @@ private:
 
     int controlIdCounter = 1000; // survives generate()
     std::map<std::string, int, std::less<>> controlIds;
-    NameMap radioGroups; // group name -> the last radio button declared in it
+    std::map<std::string, std::string, std::less<>>
+        radioGroups; // group name -> the last radio button declared in it
 
     ClassTable classTable;
     NameMap variableClasses;
-    NameSet userFunctions;
+    NameTable userFunctions;
 };
 
 } // namespace Orvane

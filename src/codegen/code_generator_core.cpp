@@ -7,7 +7,7 @@ CodeGeneratorCore::CodeGeneratorCore(TextStream& mainStream, TextStream& importS
     : out(mainStream), auxOut(importStream), indentLevel(indentLevel_) {}
 
 void CodeGeneratorCore::setTables(const ClassTable* classTable, NameMap* variableClasses,
-                                  const NameSet* functions) {
+                                  const NameTable* functions) {
     classes = classTable;
     varClasses = variableClasses;
     knownFunctions = functions;

@@ -18,6 +18,8 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -25,7 +27,11 @@ namespace Orvane {
 
 // Names in byte order, found by string_view without a copy.
 using NameSet = std::set<std::string, std::less<>>;
-using NameMap = std::map<std::string, std::string, std::less<>>;
+
+// Names that are only looked up, and names of which each stands for another one. They view the
+// texts that they were made of, most often the tree's.
+using NameTable = std::unordered_set<std::string_view>;
+using NameMap = std::unordered_map<std::string_view, std::string_view>;
 
 class CodeGeneratorCore {
 public:
@@ -47,7 +53,7 @@ public:
 
     // The tables that translation looks names up in; any may stay null. The owner keeps them alive.
     void setTables(const ClassTable* classTable, NameMap* variableClasses,
-                   const NameSet* functions);
+                   const NameTable* functions);
 
     // indentLevel times four spaces, the text and a line break, to the main stream. Several pieces
     // (texts, numbers, expressions) make one line: addLine("return ", stmt.value, ";").
@@ -73,9 +79,9 @@ public:
     static void collectCalls(const StmtList& statements, NameSet& names);
 
     // Follows the map from a name until it ends; stops where a name comes up a second time.
-    static std::string resolveType(std::string_view name, const NameMap& typeMap);
+    static std::string_view resolveType(std::string_view name, const NameMap& typeMap);
     // The C++ type for a declared type: int, double, std::string, bool, or Value for all others.
-    static std::string generateVarDeclType(std::string_view name, const NameMap& typeMap);
+    static std::string_view generateVarDeclType(std::string_view name, const NameMap& typeMap);
 
     // The deepest indentation that is written, in levels; lines deeper inside start at the margin.
     // Only a ladder of else-ifs gets there: each rung is written inside the one before, and its
@@ -133,13 +139,17 @@ protected:
     TextStream& auxOut; // import.hpp
     int& indentLevel;   // owned by the caller of the generator
     const ClassTable* classes = nullptr;
-    NameMap* varClasses = nullptr;           // variable or alias name -> declared type name
-    const NameSet* knownFunctions = nullptr; // functions of the program
+    NameMap* varClasses = nullptr;             // variable or alias name -> declared type name
+    const NameTable* knownFunctions = nullptr; // functions of the program
     // The collection of the broadcast assignment whose right side is being written, or empty.
-    std::string allElementName;
+    std::string_view allElementName;
     int uniqueCounter = 0; // numbers the locals of `when` and `defer`; only grows
 
 private:
+    template <std::size_t size>
+    void writePiece(const char (&literal)[size]) {
+        out << literal;
+    }
     // Not inline: bodies nest as deep as the source does, and every inlined piece makes the frames
     // of the functions that write them larger.
     void writePiece(std::string_view text);
@@ -151,20 +161,31 @@ private:
     void writeLines(const StmtList& statements); // one level deeper than what stands
 
     // ---- Chains (chains.cpp) ----
-    // A node whose front is written, followed so far by the text of its left operand or of both.
+    // What follows the operand of a node that is being written; the first two have a second one.
+    enum class Rest : unsigned char {
+        operatorAndRight,
+        bracketAndIndex,
+        closeOperation,
+        closeIndex,
+        memberName,
+        broadcastAssignment,
+        broadcastCall,
+    };
+    // A node whose front and first operand, or both, are written.
     struct OpenNode {
         const Expr* node;
-        bool hasRight;
+        Rest rest;
     };
     void genChain(const Expr* expr);
     bool stepLeft(const Expr*& node);
     const Expr* openBinary(const BinaryExpr& binary);
+    const Expr* openMember(const BinaryExpr& access);
     bool stepRight(const Expr*& node);
-    void writeRest(const Expr* node);
-    void genBroadcastAssignment(const BinaryExpr& binary, const BinaryExpr& all);
+    void writeRest(const OpenNode& open);
+    void genBroadcastAssignment(const BinaryExpr& binary);
     void genBroadcastCall(const CallExpr& call);
     void genMemberCall(const CallExpr& call);
-    std::string declaredClass(std::string_view variable) const;
+    std::string_view declaredClass(std::string_view variable) const;
 
     // ---- Type and existence tests (expressions.cpp) ----
     void genIsClass(const IsExpr& test);

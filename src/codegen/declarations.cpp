@@ -60,39 +60,43 @@ class NameBinding {
 public:
     NameBinding(NameMap& map_, std::string_view name_, std::string_view target)
         : map(map_), name(name_) {
-        const auto entry = map.find(name);
-        if (entry != map.end()) hidden = map.extract(entry);
-        map.insert_or_assign(name, std::string(target));
+        const auto [entry, isNew] = map.try_emplace(name, target);
+        if (isNew) return;
+        hidden = entry->second;
+        entry->second = target;
     }
     NameBinding(const NameBinding&) = delete;
     NameBinding& operator=(const NameBinding&) = delete;
     ~NameBinding() {
-        map.erase(name);
-        if (!hidden.empty()) map.insert(std::move(hidden));
+        if (hidden)
+            map.insert_or_assign(name, *hidden);
+        else
+            map.erase(name);
     }
 
 private:
     NameMap& map;
-    std::string name;
-    NameMap::node_type hidden;
+    std::string_view name;
+    std::optional<std::string_view> hidden;
 };
 
 } // namespace
 
 // ---- Types ----
 
-std::string CodeGeneratorCore::resolveType(std::string_view name, const NameMap& typeMap) {
+std::string_view CodeGeneratorCore::resolveType(std::string_view name, const NameMap& typeMap) {
     std::set<std::string_view> seen;
     auto entry = typeMap.find(name);
     while (entry != typeMap.end() && entry->second != name && seen.insert(name).second) {
         name = entry->second;
         entry = typeMap.find(name);
     }
-    return std::string(name);
+    return name;
 }
 
-std::string CodeGeneratorCore::generateVarDeclType(std::string_view name, const NameMap& typeMap) {
-    return std::string(findLocalType(resolveType(name, typeMap)).cppType);
+std::string_view CodeGeneratorCore::generateVarDeclType(std::string_view name,
+                                                        const NameMap& typeMap) {
+    return findLocalType(resolveType(name, typeMap)).cppType;
 }
 
 // ---- Declarations ----
@@ -104,8 +108,8 @@ std::string CodeGeneratorCore::generateVarDeclType(std::string_view name, const 
 //
 // Without an initialiser that line is "nullptr;", whatever the type.
 void CodeGeneratorCore::genVarDecl(const VarDeclStmt& stmt) {
-    const LocalType& type = findLocalType(varClasses ? resolveType(stmt.typeName, *varClasses)
-                                                     : std::string(stmt.typeName));
+    const LocalType& type =
+        findLocalType(varClasses ? resolveType(stmt.typeName, *varClasses) : stmt.typeName);
     addLine(type.cppType, " ", stmt.name, " = ");
     if (!stmt.initializer)
         write("nullptr");
@@ -117,7 +121,7 @@ void CodeGeneratorCore::genVarDecl(const VarDeclStmt& stmt) {
 
     // Under the declared name, so that method calls find the class.
     if (type.cppType == "Value" && varClasses)
-        varClasses->insert_or_assign(std::string(stmt.name), std::string(stmt.typeName));
+        varClasses->insert_or_assign(stmt.name, stmt.typeName);
 }
 
 // A value that is no array is visited as an empty one.

@@ -58,7 +58,7 @@ std::string_view formatBool(bool flag) { return flag ? "true" : "false"; }
 std::string CodeGeneratorCore::escapeString(std::string_view text) {
     TextStream escaped;
     appendEscaped(escaped, text);
-    return escaped.take();
+    return escaped.str();
 }
 
 // 5    2.5    std::string("text")    true    std::string("#FF0000")    nullptr
@@ -70,12 +70,12 @@ void CodeGeneratorCore::genLiteral(const LiteralExpr& literal) {
         write(value.asFloat());
     } else if (value.isString()) {
         write("std::string(\"");
-        appendEscaped(out, value.asString());
+        appendEscaped(out, value.textView());
         write("\")");
     } else if (value.isBool()) {
         write(formatBool(value.asBool()));
     } else if (value.isColor()) {
-        write("std::string(\"", value.asColor(), "\")");
+        write("std::string(\"", value.textView(), "\")");
     } else {
         write("nullptr");
     }

@@ -128,8 +128,8 @@ void CodeGenerator::generatePrelude(const NameSet& calledNames, const NameSet& c
 // program hides the library functions of its name.
 void CodeGenerator::generateLibrarySection(const NameSet& calledNames) {
     NameSet needed;
-    std::set_difference(calledNames.begin(), calledNames.end(), userFunctions.begin(),
-                        userFunctions.end(), std::inserter(needed, needed.end()));
+    std::copy_if(calledNames.begin(), calledNames.end(), std::inserter(needed, needed.end()),
+                 [&](const std::string& name) { return !userFunctions.contains(name); });
     std::vector<const FunctionEntry*> entries;
     for (const std::string& name : closeOverLibraryCalls(table, std::move(needed)))
         for (const FunctionEntry* entry : table.getAll(name)) entries.push_back(entry);

@@ -8,9 +8,12 @@
 //     out.view();   // "int x = 5;\n"
 #pragma once
 
+#include <algorithm>
 #include <charconv>
 #include <concepts>
-#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,39 +23,80 @@ namespace Orvane {
 class TextStream {
 public:
     TextStream& operator<<(std::string_view piece) {
-        text += piece;
+        piece.copy(roomFor(piece.size()), piece.size());
+        length += piece.size();
+        return *this;
+    }
+    // A literal: its length is known here, so that copying it takes an instruction or two.
+    template <std::size_t size>
+    TextStream& operator<<(const char (&literal)[size]) {
+        constexpr std::size_t characters = size - 1;
+        std::memcpy(roomFor(characters), literal, characters);
+        length += characters;
         return *this;
     }
     TextStream& operator<<(char character) {
-        text += character;
+        *roomFor(1) = character;
+        ++length;
         return *this;
     }
     template <std::integral Number>
     TextStream& operator<<(Number number) {
-        char digits[24];
-        const auto end = std::to_chars(digits, digits + sizeof digits, number).ptr;
-        text.append(digits, end);
+        char* const place = roomFor(longestNumber);
+        length += static_cast<std::size_t>(std::to_chars(place, place + longestNumber, number).ptr -
+                                           place);
         return *this;
     }
     TextStream& operator<<(double number) {
-        char digits[32];
-        const int length = std::snprintf(digits, sizeof digits, "%g", number);
-        text.append(digits, static_cast<std::size_t>(length));
+        constexpr int significantDigits = 6;
+        char* const place = roomFor(longestNumber);
+        length +=
+            static_cast<std::size_t>(std::to_chars(place, place + longestNumber, number,
+                                                   std::chars_format::general, significantDigits)
+                                         .ptr -
+                                     place);
         return *this;
     }
 
-    void fill(std::size_t count, char character) { text.append(count, character); }
-    std::string_view view() const { return text; }
-    std::string str() const { return text; }
-    void clear() { text.clear(); }
+    void fill(std::size_t count, char character) {
+        std::fill_n(roomFor(count), count, character);
+        length += count;
+    }
+    std::string_view view() const { return {buffer.get(), length}; }
+    std::string str() const { return std::string(view()); }
+    void clear() { length = 0; }
 
-    // Takes the whole text out and leaves the stream empty; for setting text aside.
-    std::string take() { return std::exchange(text, {}); }
-    // Puts the text in the place of the stream's own; writing goes on behind it.
-    void restore(std::string kept) { text = std::move(kept); }
+    // Makes sure that so many bytes in all cause no further growth.
+    void reserve(std::size_t bytes) {
+        if (bytes > capacity) grow(bytes);
+    }
+
+    // Exchanges texts with the other stream, without a copy.
+    void swap(TextStream& other) noexcept {
+        std::swap(buffer, other.buffer);
+        std::swap(length, other.length);
+        std::swap(capacity, other.capacity);
+    }
 
 private:
-    std::string text;
+    struct Release {
+        void operator()(char* memory) const noexcept { std::free(memory); }
+    };
+
+    // The place to write the next bytes to.
+    char* roomFor(std::size_t bytes) {
+        if (bytes > capacity - length) [[unlikely]]
+            grow(std::max(length + bytes, capacity * 2));
+        return buffer.get() + length;
+    }
+
+    void grow(std::size_t bytes);
+
+    static constexpr std::size_t longestNumber = 32;
+
+    std::unique_ptr<char, Release> buffer;
+    std::size_t length = 0;   // bytes written
+    std::size_t capacity = 0; // bytes that the buffer has room for
 };
 
 } // namespace Orvane

@@ -35,8 +35,9 @@ int Driver::run(const std::vector<std::string>& arguments) {
     return line.request == Request::ShowHelp ? success : failure;
 }
 
-// Everything made here lives to the end of the run: tokens view the lexer's text, the tree is read
-// by the generator, and the generator writes into the streams.
+// The tree views the lexer's text, and the generator reads the tree and writes into the streams:
+// they live to the end of the run. The tokens end with the parser, so that their memory serves the
+// texts.
 int Driver::build(const Options& options) {
     std::optional<std::string> source = readSource(options.sourceFile);
     if (!source) return failure;
@@ -47,8 +48,8 @@ int Driver::build(const Options& options) {
     console.print("  Tokens: %zu\n", tokens.size());
 
     console.print("[3/6] Parsing...\n");
-    Parser parser(std::move(tokens), console);
-    const std::unique_ptr<AST> program = parser.parse();
+    const std::unique_ptr<AST> program =
+        Parser(std::move(tokens), console, nullptr, Parser::Texts::viewed).parse();
     if (!acceptTree(program.get(), console)) return failure;
 
     console.print("[4/7] Loading libraries...\n");

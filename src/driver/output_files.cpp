@@ -22,10 +22,10 @@ bool wouldOverwriteSource(const fs::path& path, const OutputFiles& files) {
 }
 
 bool writeFile(const fs::path& path, std::string_view text) {
-    std::string content = "\xEF\xBB\xBF";
-    content += text;
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file.write(content.data(), static_cast<std::streamsize>(content.size()));
+    file.write(byteOrderMark.data(), byteOrderMark.size());
+    file.write(text.data(), static_cast<std::streamsize>(text.size()));
     file.close();
     return !file.fail();
 }

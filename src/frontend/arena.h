@@ -1,17 +1,24 @@
 // Memory of one syntax tree.
 //
-// Nodes, their child lists and their names are carved from one Arena and released with it in one
-// step. Destroying a tree therefore never recurses, however long a chain such as a + b + c + ...
-// is, and building one costs no allocation per node.
+// Nodes and their child lists are carved from one Arena and released with it in one step.
+// Destroying a tree therefore never recurses, however long a chain such as a + b + c + ... is, and
+// building one costs no allocation per node.
 //
 //     Arena arena;
 //     uptr<IdentifierExpr> name = arena.make<IdentifierExpr>(arena.text("speed"));
 #pragma once
 
+#include "frontend/large_memory.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <memory_resource>
+#include <new>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -27,23 +34,24 @@ struct ReleasedWithArena {
 template <class Node>
 using uptr = std::unique_ptr<Node, ReleasedWithArena>;
 
-class Arena {
+class Arena final : private std::pmr::memory_resource {
 public:
     Arena() = default;
     Arena(const Arena&) = delete;
     Arena& operator=(const Arena&) = delete;
-    ~Arena() {
+    ~Arena() override {
         for (auto entry = endings.rbegin(); entry != endings.rend(); ++entry)
             entry->destroy(entry->node);
     }
 
     // Builds a node. A type that says holdsOnlyArenaMemory is never destroyed, only released; any
-    // other is destroyed with the arena.
+    // other is destroyed with the arena, unless it says that it owns no memory.
     template <class Node, class... Arguments>
     uptr<Node> make(Arguments&&... arguments) {
-        void* memory = pool.allocate(sizeof(Node), alignof(Node));
+        static_assert(alignof(Node) <= unit);
+        void* memory = allocateBytes(sizeof(Node));
         Node* node = new (memory) Node(std::forward<Arguments>(arguments)...);
-        if constexpr (!Node::holdsOnlyArenaMemory)
+        if (needsEnding(*node))
             endings.push_back({node, [](void* object) { static_cast<Node*>(object)->~Node(); }});
         return uptr<Node>(node);
     }
@@ -51,12 +59,24 @@ public:
     // A copy of the text that lives as long as the arena.
     std::string_view text(std::string_view source) {
         if (source.empty()) return {};
-        char* copy = static_cast<char*>(pool.allocate(source.size(), 1));
+        char* copy = static_cast<char*>(allocateBytes(source.size()));
         std::memcpy(copy, source.data(), source.size());
         return {copy, source.size()};
     }
 
-    std::pmr::memory_resource* resource() { return &pool; }
+    // Raw memory for as long as the arena lives, aligned for pointers and numbers.
+    void* allocateBytes(std::size_t bytes) {
+        const std::size_t rounded = (bytes + unit - 1) / unit * unit;
+        if (rounded > available) [[unlikely]]
+            return allocateInNewBlock(rounded);
+        std::byte* const memory = next;
+        next += rounded;
+        available -= rounded;
+        return memory;
+    }
+
+    // For standard containers inside the arena.
+    std::pmr::memory_resource* resource() { return this; }
 
 private:
     struct Ending {
@@ -64,22 +84,102 @@ private:
         void (*destroy)(void*);
     };
 
-    // The first block is small, so that a tree of one page costs no more than a page.
+    template <class Node>
+    static bool needsEnding(const Node& node) {
+        if constexpr (Node::holdsOnlyArenaMemory)
+            return false;
+        else if constexpr (requires { node.ownsMemory(); })
+            return node.ownsMemory();
+        else
+            return true;
+    }
+
+    // The first block is small, so that a tree of one page costs no more than a page; the largest
+    // bounds what the last one leaves unused. What is larger than a block gets one of its own.
+    void* allocateInNewBlock(std::size_t bytes) {
+        const std::size_t size = std::max(bytes, nextBlockBytes);
+        nextBlockBytes = std::min(nextBlockBytes * 2, largestBlockBytes);
+        blocks.push_back(std::make_unique_for_overwrite<std::byte[]>(size));
+        expectFilling(blocks.back().get(), size);
+        next = blocks.back().get() + bytes;
+        available = size - bytes;
+        return blocks.back().get();
+    }
+
+    void* do_allocate(std::size_t bytes, std::size_t) override { return allocateBytes(bytes); }
+    void do_deallocate(void*, std::size_t, std::size_t) override {}
+    bool do_is_equal(const std::pmr::memory_resource& other) const noexcept override {
+        return this == &other;
+    }
+
+    static constexpr std::size_t unit = 8;
     static constexpr std::size_t firstBlockBytes = 4096;
-    std::pmr::monotonic_buffer_resource pool{firstBlockBytes};
+    static constexpr std::size_t largestBlockBytes = std::size_t{1} << 24;
+
+    std::byte* next = nullptr; // the free rest of the last block
+    std::size_t available = 0; // and its size, a multiple of the unit
+    std::size_t nextBlockBytes = firstBlockBytes;
+    std::vector<std::unique_ptr<std::byte[]>> blocks;
     std::vector<Ending> endings;
 };
 
-// A growing list inside an arena; it can only be made with one, never on the general heap.
+// A growing list inside an arena; it can only be made with one, never on the general heap. What it
+// has outgrown stays in the arena until the end, and its items are released, never destroyed.
 template <class Item>
-class List : public std::pmr::vector<Item> {
+class List {
 public:
-    explicit List(Arena& arena) : std::pmr::vector<Item>(arena.resource()) {}
-    // For containers in an arena, which hand their own memory on to the lists inside them.
-    List(List&& other, const std::pmr::polymorphic_allocator<Item>& allocator)
-        : std::pmr::vector<Item>(std::move(other), allocator) {}
-    List(List&& other) noexcept = default;
-    List& operator=(List&& other) = default;
+    explicit List(Arena& arena_) : arena(&arena_) {}
+    List(const List&) = delete;
+    List& operator=(const List&) = delete;
+    List(List&& other) noexcept
+        : arena(other.arena), items(std::exchange(other.items, nullptr)),
+          count(std::exchange(other.count, 0)), capacity(std::exchange(other.capacity, 0)) {}
+    List& operator=(List&& other) noexcept {
+        arena = other.arena;
+        items = std::exchange(other.items, nullptr);
+        count = std::exchange(other.count, 0);
+        capacity = std::exchange(other.capacity, 0);
+        return *this;
+    }
+
+    bool empty() const { return count == 0; }
+    std::size_t size() const { return count; }
+    Item* begin() { return items; }
+    Item* end() { return items + count; }
+    const Item* begin() const { return items; }
+    const Item* end() const { return items + count; }
+    Item& operator[](std::size_t index) { return items[index]; }
+    const Item& operator[](std::size_t index) const { return items[index]; }
+    Item& front() { return items[0]; }
+    const Item& front() const { return items[0]; }
+    Item& back() { return items[count - 1]; }
+    const Item& back() const { return items[count - 1]; }
+
+    void push_back(Item item) { emplace_back(std::move(item)); }
+    template <class... Arguments>
+    Item& emplace_back(Arguments&&... arguments) {
+        if (count == capacity) grow();
+        return *new (items + count++) Item(std::forward<Arguments>(arguments)...);
+    }
+
+private:
+    // Most lists are the one branch of an `if` or the few arguments of a call.
+    static constexpr std::uint32_t firstCapacity = 2;
+
+    void grow() {
+        static_assert(alignof(Item) <= alignof(void*));
+        capacity = capacity == 0 ? firstCapacity : capacity * 2;
+        void* const memory = arena->allocateBytes(capacity * sizeof(Item));
+        Item* const larger = static_cast<Item*>(memory);
+        for (std::size_t index = 0; index < count; ++index)
+            new (larger + index) Item(std::move(items[index]));
+        items = larger;
+    }
+
+    Arena* arena;
+    Item* items = nullptr;
+    std::uint32_t count = 0;
+    std::uint32_t capacity = 0;
 };
 
 } // namespace Orvane

@@ -1,8 +1,10 @@
 #include "frontend/lexer.h"
 
 #include "frontend/keywords.h"
+#include "frontend/large_memory.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace Orvane {
 
@@ -15,6 +17,8 @@ enum CharClass : unsigned char {
     hexDigit = 4,
     wordStart = 8,
     wordPart = 16,
+    pairEnd = 64,   // the second of an operator of two characters
+    plainText = 32, // inside a text, everything that stands for itself and is no line break
 };
 
 constexpr std::array<unsigned char, 256> classifyCharacters() {
@@ -27,6 +31,10 @@ constexpr std::array<unsigned char, 256> classifyCharacters() {
     mark("0123456789", digit | hexDigit | wordPart);
     mark("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_", wordStart | wordPart);
     mark("abcdefABCDEF", hexDigit);
+    mark("=&|>.", pairEnd);
+    for (unsigned char& classes : table) classes |= plainText;
+    for (const char character : {'"', '\\', '\n', '\0'})
+        table[static_cast<unsigned char>(character)] &= static_cast<unsigned char>(~plainText);
     return table;
 }
 
@@ -34,6 +42,12 @@ constexpr auto characterClasses = classifyCharacters();
 
 bool is(char character, CharClass wanted) {
     return (characterClasses[static_cast<unsigned char>(character)] & wanted) != 0;
+}
+
+// The first character that is not of the class; the zero byte behind the source is of none.
+char* skipAll(char* at, CharClass wanted) {
+    while (is(*at, wanted)) ++at;
+    return at;
 }
 
 bool isContinuation(char character) {
@@ -54,9 +68,10 @@ unsigned hexValue(char character) {
     return static_cast<unsigned>((character | 0x20) - 'a') + 10;
 }
 
-void appendUtf8(std::string& text, unsigned code) {
-    const auto append = [&](unsigned byte) { text += static_cast<char>(byte); };
-    if (code < 0x80) return append(code);
+// Returns the place behind the sequence.
+char* writeUtf8(char* target, unsigned code) {
+    const auto append = [&](unsigned byte) { *target++ = static_cast<char>(byte); };
+    if (code < 0x80) return append(code), target;
     if (code < 0x800) {
         append(0xC0 | (code >> 6));
     } else {
@@ -69,6 +84,7 @@ void appendUtf8(std::string& text, unsigned code) {
         append(0x80 | ((code >> 6) & 0x3F));
     }
     append(0x80 | (code & 0x3F));
+    return target;
 }
 
 bool isHighSurrogate(unsigned code) { return code >= 0xD800 && code < 0xDC00; }
@@ -77,73 +93,42 @@ constexpr unsigned replacementCharacter = 0xFFFD;
 
 // The kind of an operator of two characters, or Unknown.
 TokenType pairKind(char first, char second) {
-    if (second == '=') {
-        switch (first) {
-        case '=':
-            return TokenType::Equal;
-        case '!':
-            return TokenType::NotEqual;
-        case '<':
-            return TokenType::LessEqual;
-        case '>':
-            return TokenType::GreaterEqual;
-        default:
-            return TokenType::Unknown;
-        }
-    }
-    if (first == '&' && second == '&') return TokenType::AndAnd;
-    if (first == '|' && second == '|') return TokenType::OrOr;
-    if (first == '-' && second == '>') return TokenType::Arrow;
-    if (first == '.' && second == '.') return TokenType::DotDot;
-    return TokenType::Unknown;
-}
-
-TokenType singleKind(char character) {
-    switch (character) {
+    switch (second) {
     case '=':
-        return TokenType::Assign;
-    case '+':
-        return TokenType::Plus;
-    case '-':
-        return TokenType::Minus;
-    case '*':
-        return TokenType::Star;
-    case '/':
-        return TokenType::Slash;
-    case '%':
-        return TokenType::Percent;
-    case '<':
-        return TokenType::Less;
+        if (first == '=') return TokenType::Equal;
+        if (first == '!') return TokenType::NotEqual;
+        if (first == '<') return TokenType::LessEqual;
+        return first == '>' ? TokenType::GreaterEqual : TokenType::Unknown;
+    case '&':
+        return first == '&' ? TokenType::AndAnd : TokenType::Unknown;
+    case '|':
+        return first == '|' ? TokenType::OrOr : TokenType::Unknown;
     case '>':
-        return TokenType::Greater;
-    case '!':
-        return TokenType::Not;
+        return first == '-' ? TokenType::Arrow : TokenType::Unknown;
     case '.':
-        return TokenType::Dot;
-    case '?':
-        return TokenType::Question;
-    case '{':
-        return TokenType::LeftBrace;
-    case '}':
-        return TokenType::RightBrace;
-    case '(':
-        return TokenType::LeftParen;
-    case ')':
-        return TokenType::RightParen;
-    case '[':
-        return TokenType::LeftBracket;
-    case ']':
-        return TokenType::RightBracket;
-    case ';':
-        return TokenType::Semicolon;
-    case ',':
-        return TokenType::Comma;
-    case ':':
-        return TokenType::Colon;
+        return first == '.' ? TokenType::DotDot : TokenType::Unknown;
     default:
         return TokenType::Unknown;
     }
 }
+
+// The kinds of the operators and punctuation of one character, by that character.
+constexpr std::array<TokenType, 256> listSingleKinds() {
+    std::array<TokenType, 256> kinds{};
+    kinds.fill(TokenType::Unknown);
+    for (const TokenType type :
+         {TokenType::Assign,      TokenType::Plus,         TokenType::Minus,
+          TokenType::Star,        TokenType::Slash,        TokenType::Percent,
+          TokenType::Less,        TokenType::Greater,      TokenType::Not,
+          TokenType::Dot,         TokenType::Question,     TokenType::LeftBrace,
+          TokenType::RightBrace,  TokenType::LeftParen,    TokenType::RightParen,
+          TokenType::LeftBracket, TokenType::RightBracket, TokenType::Semicolon,
+          TokenType::Comma,       TokenType::Colon})
+        kinds[static_cast<unsigned char>(spellingOf(type).front())] = type;
+    return kinds;
+}
+
+constexpr auto singleKinds = listSingleKinds();
 
 } // namespace
 
@@ -156,15 +141,17 @@ std::vector<Token> Lexer::tokenize() {
     constexpr std::size_t largestGuess = 1U << 22;
     std::vector<Token> tokens;
     tokens.reserve(std::min(source.size() / 5 + 2, largestGuess));
+    expectFilling(tokens.data(), tokens.capacity() * sizeof(Token));
     for (;;) {
         skipWhitespace();
-        if (atEnd()) break;
         if (atComment())
             skipComment();
-        else
+        else if (peek() != '\0' || !atEnd())
             tokens.push_back(readToken());
+        else
+            break;
     }
-    tokens.emplace_back(TokenType::EndOfInput, std::string_view(), line, column());
+    tokens.push_back(tokenFrom(next, TokenType::EndOfInput));
     return tokens;
 }
 
@@ -184,21 +171,27 @@ Token Lexer::readToken() {
     }
 }
 
-// Only white space, block comments and literals hold line breaks; everything else moves `position`
+// Only white space, block comments and literals hold line breaks; everything else moves `next`
 // alone, and the column follows from it.
 char Lexer::advance() {
-    const char character = source[position++];
+    const char character = *next++;
     if (character == '\n') startLine();
     return character;
 }
 
 void Lexer::startLine() {
     ++line;
-    lineStart = position;
+    lineStart = next;
 }
 
 void Lexer::skipWhitespace() {
-    while (is(peek(), blank)) advance();
+    char* at = next;
+    for (; is(*at, blank); ++at) {
+        if (*at != '\n') continue;
+        ++line;
+        lineStart = at + 1;
+    }
+    next = at;
 }
 
 bool Lexer::atComment() const { return peek() == '/' && (peekNext() == '/' || peekNext() == '*'); }
@@ -207,175 +200,181 @@ bool Lexer::atComment() const { return peek() == '/' && (peekNext() == '/' || pe
 // end of the input when it is not closed.
 void Lexer::skipComment() {
     const bool untilLineEnd = peekNext() == '/';
-    position += 2;
+    next += 2;
     if (untilLineEnd) {
-        while (peek() != '\n' && peek() != '\0') ++position;
+        next += std::strcspn(next, "\n");
         return;
     }
     while (!atEnd()) {
         if (advance() != '*' || peek() != '/') continue;
-        ++position;
+        ++next;
         return;
     }
 }
 
 Token Lexer::readIdentifier() {
-    const std::size_t start = position;
-    const int startingColumn = column();
-    while (is(peek(), wordPart)) ++position;
-    const std::string_view word = textFrom(start);
-    return {wordKind(word), word, line, startingColumn};
+    const char* const start = next;
+    next = skipAll(next + 1, wordPart);
+    return tokenFrom(start, wordKind({start, static_cast<std::size_t>(next - start)}));
 }
 
 // digits [ "." digits ]
 Token Lexer::readNumber() {
-    const std::size_t start = position;
-    const int startingColumn = column();
+    const char* const start = next;
     TokenType type = TokenType::IntegerLiteral;
-    while (is(peek(), digit)) ++position;
+    next = skipAll(next, digit);
     if (peek() == '.' && is(peekNext(), digit)) {
         type = TokenType::FloatLiteral;
-        ++position;
-        while (is(peek(), digit)) ++position;
+        next = skipAll(next + 1, digit);
     }
-    const Token token(type, textFrom(start), line, startingColumn);
+    const Token token = tokenFrom(start, type);
     // Nine digits always fit 32 bits and 300 always fit a double; only longer ones are tried.
     const std::size_t safeLength = type == TokenType::IntegerLiteral ? 9 : 300;
-    if (token.text.size() > safeLength) (void)token.value();
+    if (token.text().size() > safeLength) (void)token.value();
     return token;
 }
 
 // Moves over text that stands for itself: up to a quote, a backslash or a zero byte.
-void Lexer::readPlainText() {
-    while (peek() != '"' && peek() != '\\' && peek() != '\0') advance();
+void Lexer::skipPlainText() {
+    for (;;) {
+        next = skipAll(next, plainText);
+        if (peek() != '\n') return;
+        advance();
+    }
 }
 
 Token Lexer::readString() {
     const int startingLine = line;
-    const int startingColumn = column();
-    ++position;
-    const std::size_t start = position;
-    readPlainText();
-    std::string_view text = textFrom(start);
-    if (peek() == '\\') {
-        std::string& content = decoded.emplace_back(text);
-        while (peek() == '\\') {
-            readEscape(content);
-            const std::size_t plain = position;
-            readPlainText();
-            content += textFrom(plain);
-        }
-        text = content;
-    }
+    const int startingColumn = columnOf(next);
+    char* const content = ++next;
+    skipPlainText();
+    const char* const contentEnd = peek() == '\\' ? readContent(next) : next;
     if (peek() == '"')
-        ++position;
+        ++next;
     else
         console.print("Error: Unterminated string literal at line %d, col %d\n", startingLine,
                       startingColumn);
-    return {TokenType::StringLiteral, text, startingLine, startingColumn};
+    return {TokenType::StringLiteral,
+            std::string_view(content, static_cast<std::size_t>(contentEnd - content)), startingLine,
+            startingColumn};
 }
 
-// Appends what the escape at the backslash stands for. A backslash in front of the end or of a
+// The rest of a text's content, from its first backslash on.
+char* Lexer::readContent(char* target) {
+    while (peek() == '\\') {
+        target = readEscape(target);
+        const char* const plain = next;
+        skipPlainText();
+        const auto length = static_cast<std::size_t>(next - plain);
+        std::memmove(target, plain, length);
+        target += length;
+    }
+    return target;
+}
+
+// Writes what the escape at the backslash stands for. A backslash in front of the end or of a
 // zero byte, neither of which belongs to a literal's content, stands for nothing.
-void Lexer::readEscape(std::string& text) {
-    ++position;
-    if (peek() == '\0') return;
+char* Lexer::readEscape(char* target) {
+    ++next;
+    if (peek() == '\0') return target;
     const char escape = advance();
     switch (escape) {
     case 'n':
-        text += '\n';
+        *target = '\n';
         break;
     case 'r':
-        text += '\r';
+        *target = '\r';
         break;
     case 't':
-        text += '\t';
+        *target = '\t';
         break;
     case 'u':
-        readCodePoint(text);
-        break;
+        return readCodePoint(target);
     default:
-        text += escape;
+        *target = escape;
         break;
     }
+    return target + 1;
 }
 
 // Four hexadecimal digits at this distance from the current character.
 bool Lexer::hexAhead(std::size_t offset, unsigned& code) const {
     code = 0;
-    for (std::size_t index = position + offset; index < position + offset + 4; ++index) {
-        if (index >= source.size() || !is(source[index], hexDigit)) return false;
-        code = code * 16 + hexValue(source[index]);
+    if (static_cast<std::size_t>(end - next) < offset + 4) return false;
+    for (const char* digitAt = next + offset; digitAt < next + offset + 4; ++digitAt) {
+        if (!is(*digitAt, hexDigit)) return false;
+        code = code * 16 + hexValue(*digitAt);
     }
     return true;
 }
 
 // Behind "\u": four digits, and a second such escape when the two are a surrogate pair. Half a
 // pair becomes the replacement character; without four digits the letter stands for itself.
-void Lexer::readCodePoint(std::string& text) {
+char* Lexer::readCodePoint(char* target) {
     unsigned code = 0;
     if (!hexAhead(0, code)) {
-        text += 'u';
-        return;
+        *target = 'u';
+        return target + 1;
     }
-    position += 4;
+    next += 4;
     unsigned low = 0;
-    if (isHighSurrogate(code) && source.compare(position, 2, "\\u") == 0 && hexAhead(2, low) &&
+    if (isHighSurrogate(code) && peek() == '\\' && peekNext() == 'u' && hexAhead(2, low) &&
         isLowSurrogate(low)) {
-        position += 6;
+        next += 6;
         code = 0x10000 + ((code - 0xD800) << 10) + (low - 0xDC00);
     } else if (isHighSurrogate(code) || isLowSurrogate(code)) {
         code = replacementCharacter;
     }
-    appendUtf8(text, code);
+    return writeUtf8(target, code);
 }
 
 // Moves over one character: a whole UTF-8 sequence, or what there is of it.
 void Lexer::skipCharacter() {
     const int length = sequenceLength(advance());
-    for (int count = 1; count < length && isContinuation(peek()); ++count) ++position;
+    for (int count = 1; count < length && isContinuation(peek()); ++count) ++next;
 }
 
 // Exactly one character stands between the quotes; nothing is skipped to find the closing one.
 Token Lexer::readChar() {
     const int startingLine = line;
-    const int startingColumn = column();
-    ++position;
-    const std::size_t start = position;
-    std::string_view text;
+    const int startingColumn = columnOf(next);
+    char* const content = ++next;
+    const char* contentEnd = content;
     if (peek() == '\\') {
-        std::string& content = decoded.emplace_back();
-        readEscape(content);
-        text = content;
+        contentEnd = readEscape(content);
     } else if (!atEnd()) {
         skipCharacter();
-        text = textFrom(start);
+        contentEnd = next;
     }
     if (atEnd())
         console.print("Error: Unterminated character literal at line %d, col %d\n", startingLine,
                       startingColumn);
     else if (peek() == '\'')
-        ++position;
+        ++next;
     else
         console.print("Warning: Missing closing quote in char literal at line %d\n", startingLine);
-    return {TokenType::CharLiteral, text, startingLine, startingColumn};
+    return {TokenType::CharLiteral,
+            std::string_view(content, static_cast<std::size_t>(contentEnd - content)), startingLine,
+            startingColumn};
 }
 
 Token Lexer::readColor() {
-    const std::size_t start = position;
-    const int startingColumn = column();
-    ++position;
-    while (is(peek(), hexDigit)) ++position;
-    return {TokenType::ColorLiteral, textFrom(start), line, startingColumn};
+    const char* const start = next;
+    next = skipAll(next + 1, hexDigit);
+    return tokenFrom(start, TokenType::ColorLiteral);
 }
 
 Token Lexer::readOperator() {
-    const std::size_t start = position;
-    const int startingColumn = column();
-    TokenType type = pairKind(peek(), peekNext());
-    position += type == TokenType::Unknown ? 1 : 2;
-    if (type == TokenType::Unknown) type = singleKind(source[start]);
-    return {type, textFrom(start), line, startingColumn};
+    const char* const start = next;
+    TokenType type = TokenType::Unknown;
+    if (is(next[1], pairEnd)) type = pairKind(next[0], next[1]);
+    if (type != TokenType::Unknown) {
+        next += 2;
+    } else {
+        type = singleKinds[static_cast<unsigned char>(*next)];
+        ++next;
+    }
+    return tokenFrom(start, type);
 }
 
 } // namespace Orvane

@@ -1,8 +1,9 @@
 // Source text to tokens.
 //
-// Made by the driver once per build. It keeps its own copy of the source and of decoded literals;
-// the tokens view them, so the lexer must outlive its tokens. Problems are printed and lexing goes
-// on; only a number that does not fit its type throws (std::out_of_range).
+// Made by the driver once per build. It keeps its own copy of the source, in which it decodes
+// literals; the tokens view it, so the lexer must outlive its tokens and whatever views their
+// texts. Problems are printed and lexing goes on; only a number that does not fit its type throws
+// (std::out_of_range).
 //
 //     Lexer lexer("vorla Main { }", console);
 //     std::vector<Token> tokens = lexer.tokenize();   // ends with exactly one EndOfInput token
@@ -11,7 +12,6 @@
 #include "frontend/console.h"
 #include "frontend/token.h"
 
-#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,10 +27,12 @@ public:
     std::vector<Token> tokenize();
 
 private:
-    char peek() const { return source[position]; } // 0 at the end
-    char peekNext() const { return atEnd() ? '\0' : source[position + 1]; }
-    bool atEnd() const { return position >= source.size(); }
-    int column() const { return static_cast<int>(position - lineStart) + 1; }
+    char peek() const { return *next; } // 0 at the end
+    char peekNext() const { return atEnd() ? '\0' : next[1]; }
+    bool atEnd() const { return next == end; }
+    int columnOf(const char* character) const {
+        return static_cast<int>(character - lineStart) + 1;
+    }
     char advance();
     void startLine();
     void skipWhitespace();
@@ -44,20 +46,25 @@ private:
     Token readColor();
     Token readOperator();
 
-    void readPlainText();
-    void readEscape(std::string& text);
-    void readCodePoint(std::string& text);
+    // Decoded content grows where the literal itself stands: no escape is shorter than what it
+    // stands for. These take the place to write to and return the place behind what they wrote.
+    char* readContent(char* target);
+    char* readEscape(char* target);
+    char* readCodePoint(char* target);
+
+    void skipPlainText();
     void skipCharacter();
     bool hexAhead(std::size_t offset, unsigned& code) const;
-    std::string_view textFrom(std::size_t start) const {
-        return std::string_view(source).substr(start, position - start);
+    Token tokenFrom(const char* start, TokenType type) const {
+        return {type, std::string_view(start, static_cast<std::size_t>(next - start)), line,
+                columnOf(start)};
     }
 
     std::string source;
-    std::size_t position = 0;  // byte index of the next unread character, from 0
-    std::size_t lineStart = 0; // byte index of the current line's first character
+    char* next = source.data();             // the next unread character
+    const char* end = next + source.size(); // where the zero byte behind the source is
+    const char* lineStart = next;           // the current line's first character
     int line = 1;
-    std::deque<std::string> decoded; // contents of literals that are not plain pieces of the source
     Console& console;
 };
 

@@ -5,9 +5,12 @@
 
 namespace Orvane {
 
-Parser::Parser(std::vector<Token> tokens_, Console& console_, PositionTable* positions_)
-    : tokens(std::move(tokens_)), console(console_), positions(positions_),
-      ast(std::make_unique<AST>()) {}
+Parser::Parser(std::vector<Token> tokens_, Console& console_, PositionTable* positions_,
+               Texts texts_)
+    : tokens(std::move(tokens_)), console(console_), positions(positions_), texts(texts_),
+      ast(std::make_unique<AST>()) {
+    if (tokens.empty() || tokens.back().type != TokenType::EndOfInput) tokens.push_back(pastEnd);
+}
 
 // program = { declaration } ;
 std::unique_ptr<AST> Parser::parse() {

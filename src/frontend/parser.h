@@ -3,8 +3,8 @@
 // Made by the driver with the lexer's tokens. The first error ends the parse with a
 // std::runtime_error whose text is "<message> at line <line>"; a failed consume() has printed
 //     [PARSER ERROR] Expected <number>, got <number> at line <line>: <message>
-// before. There is no recovery and no partial tree. Each parse function stands in the file of its
-// family: parser_expressions.cpp, parser_statements.cpp, parser_declarations.cpp,
+// before. There is no recovery and no partial tree. Each parse function stands in the
+// file of its family: parser_expressions.cpp, parser_statements.cpp, parser_declarations.cpp,
 // parser_window.cpp, parser_classes.cpp.
 //
 //     Parser parser(lexer.tokenize(), console);
@@ -25,8 +25,13 @@ namespace Orvane {
 
 class Parser {
 public:
+    // Whether the tree has its own copies of names and literals, or views the lexer's text, which
+    // must then outlive the tree.
+    enum class Texts { copied, viewed };
+
     // With `positions`, the token range of every node and record is recorded there.
-    Parser(std::vector<Token> tokens, Console& console, PositionTable* positions = nullptr);
+    Parser(std::vector<Token> tokens, Console& console, PositionTable* positions = nullptr,
+           Texts texts = Texts::copied);
 
     // The whole source. Never null; throws on the first syntax error. Called once.
     std::unique_ptr<AST> parse();
@@ -66,7 +71,7 @@ private:
         const std::size_t index = current + offset;
         return index < tokens.size() ? tokens[index] : pastEnd;
     }
-    const Token& peek() const { return peekAt(0); } // past the end: line 0 and column 0
+    const Token& peek() const { return tokens[current]; } // the end token, once it is reached
     const Token& peekNext() const { return peekAt(1); }
     const Token& previous() const { return current > 0 ? tokens[current - 1] : pastEnd; }
     bool isAtEnd() const { return check(TokenType::EndOfInput); }
@@ -99,8 +104,10 @@ private:
     [[noreturn]] void fail(std::string_view message, int line) const;
 
     Arena& arena() { return ast->arena; }
-    std::string_view keep(std::string_view text) { return arena().text(text); }
-    std::string_view keep(const Token& token) { return keep(token.text); }
+    // The text of a token for the tree.
+    std::string_view keep(const Token& token) {
+        return texts == Texts::viewed ? token.text() : arena().text(token.text());
+    }
 
     // ---- Positions: nothing happens without a table ----
     TokenRange rangeFrom(std::size_t firstToken) const { return {firstToken, current - 1}; }
@@ -207,10 +214,12 @@ private:
 
     static constexpr Token pastEnd{};
 
-    std::vector<Token> tokens;
-    std::size_t current = 0; // index of the next unread token, from 0
+    std::vector<Token> tokens; // ends with an end token; without one behind the given ones, with
+                               // one of line 0 and column 0
+    std::size_t current = 0;   // index of the next unread token, from 0; never behind the end token
     Console& console;
     PositionTable* positions;
+    Texts texts;
     std::unique_ptr<AST> ast; // under construction; parse() hands it out
     int nesting = 0;
     std::size_t identifiersEnd = 0; // end of the run of identifiers that atComponent() last saw

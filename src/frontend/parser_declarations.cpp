@@ -14,7 +14,7 @@ constexpr TokenSet functionTypes = resultTypes | identifiers;
 bool isWord(TokenType type) { return numberOf(type) <= numberOf(TokenType::Identifier); }
 
 bool isAliasWord(const Token& token) {
-    return token.type == TokenType::TypeKeyword && token.text == spellingOf(token.type);
+    return token.type == TokenType::TypeKeyword && token.text() == spellingOf(token.type);
 }
 
 } // namespace
@@ -76,12 +76,12 @@ void Parser::parseImport(AST& program) {
 
 // moduleName = WORD { ( "." | "/" ) WORD } ;
 std::string_view Parser::parseModuleName() {
-    std::string name(advance().text);
+    std::string name(advance().text());
     while ((check(TokenType::Dot) || check(TokenType::Slash)) && isWord(peekNext().type)) {
-        name += advance().text;
-        name += advance().text;
+        name += advance().text();
+        name += advance().text();
     }
-    return keep(name);
+    return arena().text(name);
 }
 
 // using = "using" ( alias | pair ) ";" ;

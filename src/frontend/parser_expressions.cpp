@@ -182,9 +182,9 @@ uptr<Expr> Parser::parseHave() {
     const std::string_view className = keep(consume(TokenType::Identifier, "Expected class name"));
     consume(TokenType::Comma, "Expected ',' in have()");
     std::string member = match(TokenType::Dot) ? "." : "";
-    member += consume(TokenType::Identifier, "Expected member name").text;
+    member += consume(TokenType::Identifier, "Expected member name").text();
     consume(TokenType::RightParen, "Expected ')' after have()");
-    return make<HaveExpr>(first, className, keep(member));
+    return make<HaveExpr>(first, className, arena().text(member));
 }
 
 uptr<Expr> Parser::parseLiteral() {
@@ -192,11 +192,14 @@ uptr<Expr> Parser::parseLiteral() {
     const Token& token = advance();
     switch (token.type) {
     case TokenType::ColorLiteral:
-        return make<LiteralExpr>(first, Value("color", token.text));
+        return make<LiteralExpr>(first, Value::viewColor(keep(token)));
     case TokenType::TrueKeyword:
         return make<LiteralExpr>(first, Value(true));
     case TokenType::FalseKeyword:
         return make<LiteralExpr>(first, Value(false));
+    case TokenType::StringLiteral:
+    case TokenType::CharLiteral:
+        return make<LiteralExpr>(first, Value::viewText(keep(token)));
     default:
         return make<LiteralExpr>(first, token.value()); // `null` has the null value
     }

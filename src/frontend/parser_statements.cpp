@@ -184,7 +184,7 @@ uptr<Stmt> Parser::parseForStmt() {
 void Parser::failLoopVariable() const {
     const Token& got = peek();
     throw std::runtime_error("Expected type keyword or variable name at line " +
-                             std::to_string(got.line) + " (got '" + std::string(got.text) +
+                             std::to_string(got.line) + " (got '" + std::string(got.text()) +
                              "' type=" + std::to_string(numberOf(got.type)) + ")");
 }
 

@@ -4,9 +4,10 @@
 // AST. A consumer tells node classes apart with nodeCast, trying them in a fixed order. Operators
 // and names are texts: an operator is the spelling in the source ("+", "=", "." for member access).
 //
-// Everything but the AST itself lives in the AST's arena: names view the arena's memory, lists grow
-// in it, and uptr marks the one owner of each node. The tree does not change after the parse. Nodes
-// hold no source position; a PositionTable can be filled beside them.
+// Everything but the AST itself lives in the AST's arena: lists grow in it, and uptr marks the one
+// owner of each node. Names and texts are views: of the arena, or of the lexer's copy of the source
+// if the parser was told so. The tree does not change after the parse. Nodes hold no source
+// position; a PositionTable can be filled beside them.
 //
 //     Arena arena;
 //     auto sum = arena.make<BinaryExpr>(arena.make<IdentifierExpr>("a"), "+",
@@ -16,7 +17,11 @@
 #include "frontend/arena.h"
 #include "frontend/value.h"
 
+#include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <map>
+#include <memory_resource>
 #include <string_view>
 #include <typeinfo>
 #include <utility>
@@ -43,16 +48,36 @@ public:
 };
 
 // The node as the given class, or null when it is of another class (or null itself). Node classes
-// have no subclasses, so an exact comparison is the whole test.
+// have no subclasses, so an exact comparison is the whole test; and the compiler is one binary, in
+// which a class has one type_info, so that comparing addresses spares comparing names.
 template <class Node, class Base>
 auto nodeCast(Base* node) {
     using Result = std::conditional_t<std::is_const_v<Base>, const Node, Node>*;
-    return node && typeid(*node) == typeid(Node) ? static_cast<Result>(node) : Result{};
+    return node && &typeid(*node) == &typeid(Node) ? static_cast<Result>(node) : Result{};
 }
 template <class Node, class Base>
 auto nodeCast(const uptr<Base>& node) {
     return nodeCast<Node>(node.get());
 }
+
+// The spelling of an operator, kept in the node itself and compared as one number. No operator has
+// more than two characters; of a longer text the first three are kept.
+class OperatorText {
+public:
+    constexpr OperatorText(std::string_view spelling)
+        : length(static_cast<unsigned char>(std::min(spelling.size(), sizeof characters))) {
+        for (std::size_t index = 0; index < length; ++index) characters[index] = spelling[index];
+    }
+    constexpr OperatorText(const char* spelling) : OperatorText(std::string_view(spelling)) {}
+    constexpr operator std::string_view() const { return {characters, length}; }
+    friend constexpr bool operator==(OperatorText first, OperatorText second) {
+        return std::bit_cast<std::uint32_t>(first) == std::bit_cast<std::uint32_t>(second);
+    }
+
+private:
+    char characters[3] = {};
+    unsigned char length;
+};
 
 using ExprList = List<uptr<Expr>>;
 using StmtList = List<uptr<Stmt>>;
@@ -69,16 +94,17 @@ public:
 // A number, text, character, colour, true, false or null.
 class LiteralExpr final : public Expr {
 public:
-    static constexpr bool holdsOnlyArenaMemory = false; // the value may own a long text
+    static constexpr bool holdsOnlyArenaMemory = false; // the value may own its text
     explicit LiteralExpr(Value value_) : value(std::move(value_)) {}
+    bool ownsMemory() const { return value.ownsMemory(); }
     Value value;
 };
 
 // Prefix "!" or "-".
 class UnaryExpr final : public Expr {
 public:
-    UnaryExpr(std::string_view op_, uptr<Expr> operand_) : op(op_), operand(std::move(operand_)) {}
-    std::string_view op;
+    UnaryExpr(OperatorText op_, uptr<Expr> operand_) : op(op_), operand(std::move(operand_)) {}
+    OperatorText op;
     uptr<Expr> operand;
 };
 
@@ -86,10 +112,10 @@ public:
 // lean to the left and may be very long: walk down `left` in a loop, not by recursion.
 class BinaryExpr final : public Expr {
 public:
-    BinaryExpr(uptr<Expr> left_, std::string_view op_, uptr<Expr> right_)
+    BinaryExpr(uptr<Expr> left_, OperatorText op_, uptr<Expr> right_)
         : left(std::move(left_)), op(op_), right(std::move(right_)) {}
     uptr<Expr> left;
-    std::string_view op;
+    OperatorText op;
     uptr<Expr> right;
 };
 

@@ -8,29 +8,19 @@ namespace Orvane {
 
 namespace {
 
-constexpr std::array<std::string_view, tokenTypeCount> spellings = {
-#define TOKEN(name, spelling) spelling,
-#include "frontend/tokens.def"
-#undef TOKEN
-};
-
 static_assert(numberOf(TokenType::Unknown) + 1 == tokenTypeCount);
 static_assert(numberOf(TokenType::VoidKeyword) + 1 == keywordCount);
 
 template <class Number>
 Number convert(const Token& token) {
     Number number{};
-    const char* end = token.text.data() + token.text.size();
-    if (std::from_chars(token.text.data(), end, number).ec != std::errc())
+    const std::string_view text = token.text();
+    if (std::from_chars(text.data(), text.data() + text.size(), number).ec != std::errc())
         throw std::out_of_range("Number out of range at line " + std::to_string(token.line));
     return number;
 }
 
 } // namespace
-
-std::string_view spellingOf(TokenType type) {
-    return spellings[static_cast<std::size_t>(numberOf(type))];
-}
 
 Value Token::value() const {
     switch (type) {
@@ -41,7 +31,7 @@ Value Token::value() const {
     case TokenType::StringLiteral:
     case TokenType::CharLiteral:
     case TokenType::ColorLiteral:
-        return Value(text);
+        return Value::viewText(text());
     default:
         return Value();
     }

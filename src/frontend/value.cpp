@@ -1,5 +1,6 @@
 #include "frontend/value.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdio>
@@ -21,6 +22,13 @@ std::string_view trimBlanks(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t");
     if (first == std::string_view::npos) return {};
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+std::string inBrackets(std::string_view front, std::string_view rest = {}) {
+    std::string text = "[";
+    text += front;
+    text += rest;
+    return text += ']';
 }
 
 std::string formatDouble(double number) {
@@ -59,43 +67,53 @@ std::string formatFields(const std::map<std::string, Value>& fields) {
 
 } // namespace
 
-Value::Value(int integer_) : typeName("int"), integer(integer_) {}
-Value::Value(long long integer_) : typeName("int"), integer(static_cast<int>(integer_)) {}
-Value::Value(double floating_) : typeName("double"), floating(floating_) {}
-Value::Value(bool flag_) : typeName("bool"), flag(flag_) {}
-Value::Value(const char* text_) : typeName("string"), text(text_) {}
-Value::Value(const std::string& text_) : typeName("string"), text(text_) {}
-Value::Value(std::string_view text_) : typeName("string"), text(text_) {}
-Value::Value(std::string_view typeName_, std::string_view text_)
-    : typeName(typeName_), text(text_) {}
+Value::Value(int integer_) : integer(integer_), kind(Kind::integer) {}
+Value::Value(long long integer_) : Value(static_cast<int>(integer_)) {}
+Value::Value(double floating_) : floating(floating_), kind(Kind::floating) {}
+Value::Value(bool flag_) : flag(flag_), kind(Kind::boolean) {}
+Value::Value(const char* text_) : Value(std::string_view(text_)) {}
+Value::Value(const std::string& text_) : Value(std::string_view(text_)) {}
+Value::Value(std::string_view text_) : Value(Kind::string) { keepText(text_); }
 
-Value::Value(const std::vector<Value>& elements) : typeName("array") {
+Value::Value(std::string_view typeName, std::string_view text_) {
+    setType(typeName);
+    keepText(text_);
+}
+
+Value::Value(const std::vector<Value>& elements) : Value(Kind::array) {
     contents().elements = elements;
 }
 
 Value::Value(const Value& other)
-    : typeName(other.typeName), text(other.text), floating(other.floating), handle(other.handle),
+    : floating(other.floating),
       rare(other.rare ? std::make_unique<Contents>(*other.rare) : nullptr), integer(other.integer),
-      flag(other.flag) {}
+      flag(other.flag), kind(other.kind) {
+    keepText(other.text);
+}
 
-// The copy is complete before anything is given up, so that assigning a value one of its own
-// elements works.
+// In both assignments the new content is complete before the old one is given up, so that
+// assigning a value one of its own elements works.
 Value& Value::operator=(const Value& other) {
     Value copy(other);
-    *this = std::move(copy);
+    swap(copy);
+    return *this;
+}
+
+Value& Value::operator=(Value&& other) noexcept {
+    Value content(std::move(other));
+    swap(content);
     return *this;
 }
 
 Value Value::makeObject(const std::string& className) {
     Value value;
-    value.typeName = className;
+    value.setType(className);
     return value;
 }
 
 Value Value::makeHandle(void* handle) {
-    Value value;
-    value.typeName = "handle";
-    value.handle = handle;
+    Value value(Kind::handle);
+    value.contents().handle = handle;
     return value;
 }
 
@@ -103,13 +121,12 @@ Value Value::makeFunction(const std::string& name) { return Value("function", na
 
 Value Value::makeArray(const std::string& typeName, const std::vector<Value>& elements) {
     Value value(elements);
-    value.typeName = typeName;
+    value.setType(typeName);
     return value;
 }
 
 Value Value::makeFont(const std::string& description) {
-    Value font;
-    font.typeName = "font";
+    Value font(Kind::font);
     const std::string_view whole = description;
     const std::size_t comma = whole.find(',');
     if (comma == std::string_view::npos) {
@@ -122,11 +139,25 @@ Value Value::makeFont(const std::string& description) {
     return font;
 }
 
-bool Value::isObject() const {
-    for (const std::string_view name : builtInNames)
-        if (typeName == name) return false;
-    return true;
+std::string_view Value::type() const {
+    if (isObject()) return rare->className;
+    return builtInNames[static_cast<std::size_t>(kind)];
 }
+
+void Value::setType(std::string_view name) {
+    const auto builtIn = std::find(builtInNames.begin(), builtInNames.end(), name);
+    kind = static_cast<Kind>(builtIn - builtInNames.begin());
+    if (isObject()) contents().className = name;
+}
+
+// A text without characters needs no place to be kept in.
+void Value::keepText(std::string_view source) {
+    if (source.empty()) return;
+    contents().text = source;
+    text = rare->text;
+}
+
+void* Value::asHandle() const { return rare ? rare->handle : nullptr; }
 
 std::vector<Value> Value::asArray() const { return rare ? rare->elements : std::vector<Value>{}; }
 
@@ -145,13 +176,13 @@ std::string Value::toString() const {
     if (isNull()) return "null";
     if (isBool()) return flag ? "true" : "false";
     if (isInt()) return std::to_string(integer);
-    if (isColor() || isString()) return text;
+    if (isColor() || isString()) return asString();
     if (isContainer()) return rare ? formatElements(rare->elements) : "[]";
-    if (isFunction()) return "[function:" + text + "]";
+    if (isFunction()) return inBrackets("function:", text);
     if (isFloat()) return formatDouble(floating);
-    if (isHandle()) return formatHandle(handle);
+    if (isHandle()) return formatHandle(asHandle());
     if (isObject()) return rare ? formatFields(rare->fields) : "{}";
-    return "[" + typeName + "]";
+    return inBrackets(type());
 }
 
 Value::Contents& Value::contents() {

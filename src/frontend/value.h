@@ -5,6 +5,10 @@
 // the empty text. It is another thing than the Value of generated programs, which is text that the
 // code generator writes.
 //
+// A source holds a literal in every second line or so, and therefore single values own no other
+// memory: the built-in type names are numbers inside, and viewText() makes a value of a text that
+// is kept elsewhere. A copy of such a value owns its text.
+//
 //     Value width(300);
 //     width.isInt();                       // true
 //     Value::makeFont("Arial, 12")["size"].asInt();   // 12
@@ -14,6 +18,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Orvane {
@@ -32,10 +37,15 @@ public:
     explicit Value(const std::vector<Value>& elements);      // "array"
 
     Value(const Value& other);
-    Value(Value&& other) noexcept = default;
+    Value(Value&& other) noexcept { swap(other); } // leaves a null value behind
     Value& operator=(const Value& other);
-    Value& operator=(Value&& other) noexcept = default;
+    Value& operator=(Value&& other) noexcept;
     ~Value() = default;
+
+    // A "string", or another kind told in text, whose text is not copied: it must stay where it is
+    // for as long as the value lives and for the life of what the value is moved into.
+    static Value viewText(std::string_view text) { return Value(Kind::string, text); }
+    static Value viewColor(std::string_view text) { return Value(Kind::color, text); }
 
     static Value makeObject(const std::string& className);
     static Value makeHandle(void* handle);
@@ -46,30 +56,34 @@ public:
     // the whole text is the name and the size is 14. Throws what std::stoi throws for a bad size.
     static Value makeFont(const std::string& description);
 
-    const std::string& type() const { return typeName; }
+    std::string_view type() const;
+
+    // Whether the value has memory of its own; one that has none need not be destroyed.
+    bool ownsMemory() const { return rare != nullptr; }
 
     // Exact, case-sensitive comparisons of the type name.
-    bool is(std::string_view name) const { return typeName == name; }
-    bool isNull() const { return is("null"); }
-    bool isInt() const { return is("int"); }
-    bool isFloat() const { return is("double"); }
-    bool isString() const { return is("string"); }
-    bool isBool() const { return is("bool"); }
-    bool isArray() const { return is("array"); }
-    bool isContainer() const { return isArray() || is("container"); }
-    bool isMap() const { return is("map"); }
-    bool isHandle() const { return is("handle"); }
-    bool isColor() const { return is("color"); }
-    bool isFont() const { return is("font"); }
-    bool isFunction() const { return is("function"); }
-    bool isObject() const; // none of the twelve built-in names
+    bool is(std::string_view name) const { return type() == name; }
+    bool isNull() const { return kind == Kind::null; }
+    bool isInt() const { return kind == Kind::integer; }
+    bool isFloat() const { return kind == Kind::floating; }
+    bool isString() const { return kind == Kind::string; }
+    bool isBool() const { return kind == Kind::boolean; }
+    bool isArray() const { return kind == Kind::array; }
+    bool isContainer() const { return isArray() || kind == Kind::container; }
+    bool isMap() const { return kind == Kind::map; }
+    bool isHandle() const { return kind == Kind::handle; }
+    bool isColor() const { return kind == Kind::color; }
+    bool isFont() const { return kind == Kind::font; }
+    bool isFunction() const { return kind == Kind::function; }
+    bool isObject() const { return kind == Kind::object; } // none of the twelve built-in names
 
     int asInt() const { return integer; }
     double asFloat() const { return floating; }
-    std::string asString() const { return text; }
+    std::string asString() const { return std::string(text); }
+    std::string_view textView() const { return text; } // valid as long as the value and its text
     bool asBool() const { return flag; }
-    std::string asColor() const { return text; }
-    void* asHandle() const { return handle; }
+    std::string asColor() const { return std::string(text); }
+    void* asHandle() const;
     std::vector<Value> asArray() const;
 
     bool has(const std::string& key) const;
@@ -83,21 +97,50 @@ public:
     std::string toString() const;
 
 private:
-    // Lists and fields are rare: most values are single literals, so that these two cost one
-    // pointer until they are used.
+    // The built-in type names in their fixed order, then everything else.
+    enum class Kind : unsigned char {
+        null,
+        integer,
+        floating,
+        string,
+        boolean,
+        array,
+        container,
+        map,
+        handle,
+        color,
+        font,
+        function,
+        object,
+    };
+
+    // What few values have.
     struct Contents {
+        std::string className; // of an object
+        std::string text;      // what `text` views, unless it is kept elsewhere
         std::vector<Value> elements;
         std::map<std::string, Value> fields;
+        void* handle = nullptr;
     };
+    explicit Value(Kind kind_, std::string_view text_ = {}) : text(text_), kind(kind_) {}
+    void swap(Value& other) noexcept {
+        std::swap(text, other.text);
+        std::swap(floating, other.floating);
+        std::swap(rare, other.rare);
+        std::swap(integer, other.integer);
+        std::swap(flag, other.flag);
+        std::swap(kind, other.kind);
+    }
     Contents& contents();
+    void setType(std::string_view name);
+    void keepText(std::string_view source);
 
-    std::string typeName = "null";
-    std::string text;
+    std::string_view text;
     double floating = 0.0;
-    void* handle = nullptr;
     std::unique_ptr<Contents> rare;
     int integer = 0;
     bool flag = false;
+    Kind kind = Kind::null;
 };
 
 } // namespace Orvane

@@ -1,8 +1,10 @@
 #include "libraries/files.h"
 
+#include "frontend/large_memory.h"
+
+#include <algorithm>
 #include <fstream>
 #include <system_error>
-#include <vector>
 
 namespace Orvane {
 
@@ -57,13 +59,23 @@ std::optional<std::string> readTextFile(const fs::path& path) {
     std::ifstream file(path);
     if (!file) return std::nullopt;
 
+    // One read takes a file of known size whole; the one byte more shows that it has ended. Pipes
+    // and files that grow meanwhile take further reads.
+    const std::uintmax_t size = fs::file_size(path, error);
+    constexpr std::size_t usualSize = std::size_t{1} << 16;
     std::string text;
-    std::vector<char> piece(std::size_t{1} << 16);
-    do {
-        file.read(piece.data(), static_cast<std::streamsize>(piece.size()));
-        text.append(piece.data(), static_cast<std::size_t>(file.gcount()));
-    } while (file);
+    text.reserve(error ? usualSize : static_cast<std::size_t>(size) + 1);
+    expectFilling(text.data(), text.capacity());
+    text.resize(text.capacity());
+    std::size_t length = 0;
+    for (;;) {
+        file.read(text.data() + length, static_cast<std::streamsize>(text.size() - length));
+        length += static_cast<std::size_t>(file.gcount());
+        if (!file) break;
+        text.resize(text.size() + std::max(text.size(), usualSize));
+    }
     if (file.bad()) return std::nullopt;
+    text.resize(length);
     return text;
 }
 

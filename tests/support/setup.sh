@@ -48,7 +48,10 @@ add_group() {
             need build-essential has_command dpkg-buildpackage
             need xz-utils has_command xz
             ;;
-        bench) need libbenchmark-dev has_file /usr/include/benchmark/benchmark.h ;;
+        bench)
+            need libbenchmark-dev has_file /usr/include/benchmark/benchmark.h
+            need valgrind has_command valgrind
+            ;;
         format) need clang-format has_command clang-format ;;
         screen)
             want xvfb has_command Xvfb

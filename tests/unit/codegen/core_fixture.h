@@ -42,7 +42,7 @@ protected:
     int level = 0;
     CodeGeneratorCore::ClassTable classes;
     NameMap variables;
-    NameSet functions;
+    NameTable functions;
     CodeGeneratorCore core{mainStream, importStream, level};
 
 private:

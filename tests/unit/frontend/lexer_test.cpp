@@ -19,7 +19,7 @@ std::string tokensOf(const std::string& source) {
     for (const Token& token : lexer.tokenize()) {
         if (token.type == TokenType::EndOfInput) break;
         if (!text.empty()) text += " ";
-        text += std::to_string(numberOf(token.type)) + ":" + std::string(token.text) + "@" +
+        text += std::to_string(numberOf(token.type)) + ":" + std::string(token.text()) + "@" +
                 std::to_string(token.line) + ":" + std::to_string(token.column);
     }
     return text;
@@ -29,7 +29,7 @@ std::string tokensOf(const std::string& source) {
 std::string contentOf(const std::string& source) {
     RecordingConsole console;
     Lexer lexer(source, console);
-    return std::string(lexer.tokenize().at(0).text);
+    return std::string(lexer.tokenize().at(0).text());
 }
 
 std::string messagesOf(const std::string& source) {
@@ -45,7 +45,7 @@ TEST(Lexer, EmptySourceIsOneEndToken) {
     const auto tokens = lexer.tokenize();
     ASSERT_EQ(tokens.size(), 1U);
     EXPECT_EQ(numberOf(tokens[0].type), 78);
-    EXPECT_EQ(tokens[0].text, "");
+    EXPECT_EQ(tokens[0].text(), "");
     EXPECT_EQ(tokens[0].line, 1);
     EXPECT_EQ(tokens[0].column, 1);
 }
@@ -332,7 +332,41 @@ TEST(LexerSize, DecodedTextsStayInPlace) {
     Lexer lexer(repeated("\"a\\tb\" ", 10'000), console);
     const auto tokens = lexer.tokenize();
     ASSERT_EQ(tokens.size(), 10'001U);
-    for (std::size_t index = 0; index < 10'000; ++index) ASSERT_EQ(tokens[index].text, "a\tb");
+    for (std::size_t index = 0; index < 10'000; ++index) ASSERT_EQ(tokens[index].text(), "a\tb");
+}
+
+// Content is decoded in place; what stands behind a literal must not notice.
+TEST(LexerEscapes, LeaveThePositionsOfWhatFollows) {
+    EXPECT_EQ(tokensOf("\"\\n\\t\\\\\" a\n'\\n' b"), "47:\n\t\\@1:1 44:a@1:10 48:\n@2:1 44:b@2:6");
+}
+
+TEST(LexerEscapes, BrokenLinesInsideATextAreCounted) {
+    EXPECT_EQ(tokensOf("\"\\q\\\nx\ny\" z"), "47:q\nx\ny@1:1 44:z@3:4");
+}
+
+TEST(LexerEscapes, CodePointsOfEverySize) {
+    EXPECT_EQ(contentOf("\"\\u0041\\u00e4\\u20ac\\ud83d\\ude00!\""),
+              "A\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80!");
+}
+
+TEST(LexerEscapes, CutOffAtTheEndOfTheSource) {
+    for (const char* source : {"\"\\", "\"\\u", "\"\\u12", "\"a\\ud83d\\u", "'\\", "'\\u1"}) {
+        RecordingConsole console;
+        Lexer lexer(source, console);
+        EXPECT_EQ(lexer.tokenize().size() > 1, true) << source;
+        EXPECT_NE(console.text(), "") << source;
+    }
+}
+
+TEST(LexerOperators, APairAtTheVeryEndIsOneToken) {
+    EXPECT_EQ(tokensOf("a=="), "44:a@1:1 56:==@1:2");
+    EXPECT_EQ(tokensOf("a=&"), "44:a@1:1 50:=@1:2 79:&@1:3");
+}
+
+TEST(Lexer, ZeroBytesBetweenTokensAreUnknownCharacters) {
+    EXPECT_EQ(tokensOf(std::string("a\0b", 3)),
+              "44:a@1:1 79:" + std::string(1, '\0') + "@1:2 44:b@1:3");
+    EXPECT_EQ(tokensOf(std::string("//c\0d", 5)), "79:" + std::string(1, '\0') + "@1:4 44:d@1:5");
 }
 
 } // namespace

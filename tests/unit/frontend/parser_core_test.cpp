@@ -237,5 +237,17 @@ TEST(ParserInput, OddBytesAreSkippedAtTheTopLevel) {
     EXPECT_EQ(programText("typename T;\r\ntypename U;\r\n"), "(typename T) (typename U)");
 }
 
+TEST(ParserTree, MayViewTheLexersText) {
+    RecordingConsole console;
+    Lexer lexer("f(speed) { print(\"a\\nb\"); }", console);
+    const std::vector<Token> tokens = lexer.tokenize();
+    const auto program = Parser(tokens, console, nullptr, Parser::Texts::viewed).parse();
+    EXPECT_EQ(program->functions[0]->params[0].name.data(), tokens[2].text().data());
+    EXPECT_EQ(textOf(*program), "(func - f ((speed -)) (expr (call print \"a\nb\")))");
+    const auto copied = Parser(tokens, console).parse();
+    EXPECT_NE(copied->functions[0]->params[0].name.data(), tokens[2].text().data());
+    EXPECT_EQ(textOf(*copied), textOf(*program));
+}
+
 } // namespace
 } // namespace Orvane

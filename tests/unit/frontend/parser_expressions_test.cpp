@@ -24,7 +24,7 @@ TEST(ParseLiteral, TypesOfTheValues) {
         Parsing parsing(source);
         const auto expr = parsing.parser.parseExpression();
         const auto* literal = nodeCast<LiteralExpr>(expr);
-        return literal ? literal->value.type() : "no literal";
+        return std::string(literal ? literal->value.type() : "no literal");
     };
     EXPECT_EQ(typeOf("42"), "int");
     EXPECT_EQ(typeOf("1.5"), "double");

@@ -19,7 +19,7 @@ public:
         if (!range) return "(unknown)";
         std::string text;
         for (std::size_t index = range->first; index <= range->last; ++index)
-            text += (text.empty() ? "" : " ") + std::string(parsing.tokens[index].text);
+            text += (text.empty() ? "" : " ") + std::string(parsing.tokens[index].text());
         return text;
     }
     template <class Node>

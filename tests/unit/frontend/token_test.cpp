@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <string>
 
 namespace Orvane {
 namespace {
@@ -86,7 +87,7 @@ TEST(StandardTypes, AreThe33NamesInOrder) {
 
 TEST(Token, StartsEmpty) {
     const Token token;
-    EXPECT_EQ(token.text, "");
+    EXPECT_EQ(token.text(), "");
     EXPECT_EQ(token.line, 0);
     EXPECT_EQ(token.column, 0);
     EXPECT_TRUE(token.value().isNull());
@@ -103,6 +104,14 @@ TEST(Token, LiteralsHaveAValue) {
     EXPECT_EQ(Token(TokenType::ColorLiteral, "#F00", 1, 1).value().asString(), "#F00");
     EXPECT_TRUE(Token(TokenType::Identifier, "name", 1, 1).value().isNull());
     EXPECT_TRUE(Token(TokenType::TrueKeyword, "true", 1, 1).value().isNull());
+}
+
+TEST(Token, IsSmall) { EXPECT_LE(sizeof(Token), 24U); }
+
+TEST(Token, LiteralTextsAreViewed) {
+    const std::string source = "content";
+    const Value value = Token(TokenType::StringLiteral, source, 1, 1).value();
+    EXPECT_EQ(value.textView().data(), source.data());
 }
 
 TEST(TokenSet, KnowsMembersInBothHalves) {

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 
 namespace Orvane {
@@ -105,6 +106,61 @@ TEST(Nodes, LiteralsKeepTheirOwnValue) {
     const auto literal = arena.make<LiteralExpr>(value);
     value = Value("second");
     EXPECT_EQ(literal->value.asString(), "first");
+}
+
+TEST(Arena, AlignsNodesBehindTexts) {
+    Arena arena;
+    for (int count = 0; count < 1000; ++count) {
+        arena.text("abc");
+        const auto node = arena.make<IdentifierExpr>("x");
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(node.get()) % alignof(IdentifierExpr), 0U);
+    }
+}
+
+TEST(Arena, TakesWhatIsLargerThanABlock) {
+    Arena arena;
+    const std::string large(std::size_t{40} << 20, 'x');
+    const std::string_view kept = arena.text(large);
+    const std::string_view behind = arena.text("behind");
+    EXPECT_EQ(kept, large);
+    EXPECT_EQ(behind, "behind");
+}
+
+TEST(Arena, DestroysLiteralsThatOwnTheirText) {
+    Arena arena;
+    const auto literal = arena.make<LiteralExpr>(Value(std::string(1000, 'x')));
+    EXPECT_TRUE(literal->ownsMemory());
+    EXPECT_FALSE(arena.make<LiteralExpr>(Value(1))->ownsMemory());
+}
+
+TEST(List, CanHoldCopiesOfItsOwnItems) {
+    Arena arena;
+    List<std::string_view> names(arena);
+    names.push_back("first");
+    for (int count = 0; count < 100; ++count) names.push_back(names.front());
+    EXPECT_EQ(names.size(), 101U);
+    EXPECT_EQ(names.back(), "first");
+}
+
+TEST(List, IsEmptyAfterItHasBeenMovedFrom) {
+    Arena arena;
+    List<int> numbers(arena);
+    numbers.push_back(1);
+    List<int> moved(arena);
+    moved = std::move(numbers);
+    EXPECT_EQ(moved.size(), 1U);
+    EXPECT_TRUE(numbers.empty());
+    numbers.push_back(2);
+    EXPECT_EQ(numbers.front(), 2);
+    EXPECT_EQ(moved.front(), 1);
+}
+
+TEST(OperatorText, IsTheSpelling) {
+    EXPECT_EQ(std::string_view(OperatorText("==")), "==");
+    EXPECT_TRUE(OperatorText("<") == "<");
+    EXPECT_FALSE(OperatorText("<") == "<=");
+    EXPECT_FALSE(OperatorText("") == "=");
+    EXPECT_EQ(sizeof(BinaryExpr), 4 * sizeof(void*));
 }
 
 } // namespace

@@ -210,5 +210,68 @@ TEST(ValueText, HandlesAreHexadecimal) {
     EXPECT_EQ(std::stoull(text.substr(10), nullptr, 16), 0xBEEFU);
 }
 
+TEST(ValueView, HasTheTextWithoutACopy) {
+    const std::string source = "a text that is kept somewhere else";
+    const Value text = Value::viewText(source);
+    EXPECT_TRUE(text.isString());
+    EXPECT_EQ(text.asString(), source);
+    EXPECT_EQ(text.textView().data(), source.data());
+    EXPECT_FALSE(text.ownsMemory());
+    const Value color = Value::viewColor("#FFF");
+    EXPECT_TRUE(color.isColor());
+    EXPECT_EQ(color.toString(), "#FFF");
+}
+
+TEST(ValueView, CopiesOwnTheirText) {
+    std::string source = "first";
+    const Value view = Value::viewText(source);
+    const Value copy = view;
+    Value assigned;
+    assigned = view;
+    source = "other";
+    EXPECT_EQ(copy.asString(), "first");
+    EXPECT_EQ(assigned.asString(), "first");
+    EXPECT_TRUE(copy.ownsMemory());
+}
+
+TEST(ValueView, MovingKeepsTheViewAndLeavesNull) {
+    const std::string source = "kept";
+    Value view = Value::viewText(source);
+    const Value moved = std::move(view);
+    EXPECT_EQ(moved.textView().data(), source.data());
+    EXPECT_TRUE(view.isNull());
+    EXPECT_EQ(view.asString(), "");
+}
+
+TEST(Value, MovedFromObjectsAreNull) {
+    Value object = Value::makeObject("Point");
+    const Value moved = std::move(object);
+    EXPECT_EQ(moved.type(), "Point");
+    EXPECT_EQ(object.type(), "null");
+    EXPECT_FALSE(object.isObject());
+}
+
+TEST(Value, SingleLiteralsOwnNoMemory) {
+    EXPECT_FALSE(Value().ownsMemory());
+    EXPECT_FALSE(Value(5).ownsMemory());
+    EXPECT_FALSE(Value(2.5).ownsMemory());
+    EXPECT_FALSE(Value(true).ownsMemory());
+    EXPECT_FALSE(Value("").ownsMemory());
+    EXPECT_TRUE(Value("text").ownsMemory());
+}
+
+TEST(Value, AnObjectMayHaveNoName) {
+    const Value object = Value::makeObject("");
+    EXPECT_TRUE(object.isObject());
+    EXPECT_EQ(object.type(), "");
+}
+
+TEST(Value, BuiltInNamesMakeNoObject) {
+    EXPECT_TRUE(Value("int", "5").isInt());
+    EXPECT_EQ(Value("int", "5").asInt(), 0);
+    EXPECT_EQ(Value("int", "5").asString(), "5");
+    EXPECT_TRUE(Value::makeArray("Point", {Value(1)}).isObject());
+}
+
 } // namespace
 } // namespace Orvane

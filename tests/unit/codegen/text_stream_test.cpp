@@ -1,0 +1,93 @@
+#include "codegen/text_stream.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+
+namespace Orvane {
+namespace {
+
+std::string written(double number) {
+    TextStream out;
+    out << number;
+    return out.str();
+}
+
+TEST(TextStream, StartsEmpty) {
+    TextStream out;
+    EXPECT_EQ(out.view(), "");
+    out << std::string_view() << "";
+    out.fill(0, ' ');
+    EXPECT_EQ(out.str(), "");
+}
+
+TEST(TextStream, WritesLiteralsTextsAndCharacters) {
+    TextStream out;
+    out << "int " << std::string_view("x") << ' ' << '=';
+    out.fill(3, '.');
+    EXPECT_EQ(out.view(), "int x =...");
+}
+
+TEST(TextStream, WritesWholeNumbersInDecimal) {
+    TextStream out;
+    out << 0 << ' ' << -5 << ' ' << std::numeric_limits<int>::min() << ' '
+        << std::numeric_limits<unsigned long long>::max();
+    EXPECT_EQ(out.view(), "0 -5 -2147483648 18446744073709551615");
+}
+
+TEST(TextStream, WritesDoublesWithSixSignificantDigits) {
+    EXPECT_EQ(written(0.0), "0");
+    EXPECT_EQ(written(2.5), "2.5");
+    EXPECT_EQ(written(100.0), "100");
+    EXPECT_EQ(written(1234567.0), "1.23457e+06");
+    EXPECT_EQ(written(0.0001), "0.0001");
+    EXPECT_EQ(written(0.00001), "1e-05");
+    EXPECT_EQ(written(3.14159265), "3.14159");
+    EXPECT_EQ(written(999999.5), "1e+06");
+    EXPECT_EQ(written(1e300), "1e+300");
+    EXPECT_EQ(written(std::numeric_limits<double>::max()), "1.79769e+308");
+}
+
+TEST(TextStream, KeepsItsTextWhileItGrows) {
+    TextStream out;
+    std::string expected;
+    for (int number = 0; number < 100'000; ++number) {
+        out << number << "\n";
+        expected += std::to_string(number) + "\n";
+    }
+    EXPECT_EQ(out.view(), expected);
+}
+
+TEST(TextStream, IsEmptyAgainAfterClear) {
+    TextStream out;
+    out << "old text";
+    out.clear();
+    EXPECT_EQ(out.view(), "");
+    out << "new";
+    EXPECT_EQ(out.view(), "new");
+}
+
+TEST(TextStream, SwapExchangesTheTexts) {
+    TextStream first, second;
+    first << "first";
+    first.swap(second);
+    EXPECT_EQ(first.view(), "");
+    EXPECT_EQ(second.view(), "first");
+    first << "other";
+    second << " goes on";
+    first.swap(second);
+    EXPECT_EQ(first.view(), "first goes on");
+    EXPECT_EQ(second.view(), "other");
+}
+
+TEST(TextStream, ReservedRoomIsNoText) {
+    TextStream out;
+    out.reserve(1 << 20);
+    EXPECT_EQ(out.view(), "");
+    out << "a";
+    EXPECT_EQ(out.view(), "a");
+}
+
+} // namespace
+} // namespace Orvane
