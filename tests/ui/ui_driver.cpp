@@ -30,7 +30,7 @@
 //   nomessagebox         fails when a message box is open
 //   answer BUTTON [TEXT] waits for a dialog, puts TEXT into its field, closes it with the button ID
 //   focus ID             waits until the control has the keyboard focus
-//   type CODE            presses a key (number) for the control that has the focus
+//   strike CODE          presses a key (number) for the control that has the focus
 //   mouse ID             clicks with the mouse on the middle of a control (needs a screen)
 //   doubleclick ID       the same, twice
 //   pixel ID X Y         prints the colour that the screen shows there (needs a screen)
@@ -302,7 +302,7 @@ void runFocus(Session& session, Arguments& arguments) {
     std::printf("%d has the focus\n", id);
 }
 
-void runType(Session& session, Arguments& arguments) {
+void runStrike(Session& session, Arguments& arguments) {
     WPARAM code = 0;
     arguments >> code;
     const HWND target = focused(session) ? focused(session) : session.window;
@@ -408,7 +408,7 @@ const std::map<std::string, Command>& commands() {
         {"range", runRange},
         {"image", runImage},
         {"key", runKey},
-        {"type", runType},
+        {"strike", runStrike},
         {"dialog", runDialog},
         {"messagebox", runMessageBox},
         {"nomessagebox", runNoMessageBox},
