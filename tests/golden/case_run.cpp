@@ -66,7 +66,7 @@ std::string replacedAll(std::string text, const std::string& piece, const std::s
 // libraries.
 Outcome runCase(const GoldenCase& golden) {
     const TemporaryDirectory directory;
-    const fs::path project = directory.path() / "work" / "project";
+    const fs::path project = directory.path() / "user" / "project";
     copySources(golden.folder, project);
     FakePlatform platform(directory.path() / "installation", project / "code_generation");
     RecordingConsole console;

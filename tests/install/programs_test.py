@@ -199,7 +199,8 @@ class BadPlaces(ProgramsTest):
     def test_full_disk_under_the_installation(self):
         disk = self.path("disk")
         os.mkdir(disk)
-        unmount, limit = small_disk(disk, 8_000_000)
+        # Room for the tree with an unstripped compiler, not for the header of 100 MB.
+        unmount, limit = small_disk(disk, 40_000_000)
         with contextlib.ExitStack() as stack:
             stack.callback(unmount)
             compiler = self.install(os.path.join(disk, "orvane"))
