@@ -25,8 +25,22 @@ void countLines(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+std::string sourceOf(const benchmark::State& state) {
+    return generateSource(static_cast<std::size_t>(state.range(0)));
+}
+
+void generateOnce(const AST& program) {
+    const ReplacementTable table;
+    TextStream mainStream;
+    TextStream importStream;
+    int indentLevel = 0;
+    CodeGenerator generator(table, mainStream, importStream, indentLevel);
+    generator.generate(program, "main.cpp", "import.hpp", false, false);
+    benchmark::DoNotOptimize(importStream.view().data());
+}
+
 void lex(benchmark::State& state) {
-    const std::string source = generateSource(static_cast<std::size_t>(state.range(0)));
+    const std::string source = sourceOf(state);
     SilentConsole console;
     for (auto _ : state) {
         Lexer lexer(source, console);
@@ -36,7 +50,7 @@ void lex(benchmark::State& state) {
 }
 
 void parse(benchmark::State& state) {
-    const std::string source = generateSource(static_cast<std::size_t>(state.range(0)));
+    const std::string source = sourceOf(state);
     SilentConsole console;
     Lexer lexer(source, console);
     const std::vector<Token> tokens = lexer.tokenize();
@@ -51,35 +65,23 @@ void parse(benchmark::State& state) {
 }
 
 void generate(benchmark::State& state) {
-    const std::string source = generateSource(static_cast<std::size_t>(state.range(0)));
+    const std::string source = sourceOf(state);
     SilentConsole console;
     Lexer lexer(source, console);
     Parser parser(lexer.tokenize(), console);
     const std::unique_ptr<AST> program = parser.parse();
-    const ReplacementTable table;
-    for (auto _ : state) {
-        TextStream mainStream, importStream;
-        int indentLevel = 0;
-        CodeGenerator generator(table, mainStream, importStream, indentLevel);
-        generator.generate(*program, "main.cpp", "import.hpp", false, false);
-        benchmark::DoNotOptimize(importStream.view().data());
-    }
+    for (auto _ : state) generateOnce(*program);
     countLines(state);
 }
 
 void translate(benchmark::State& state) {
-    const std::string source = generateSource(static_cast<std::size_t>(state.range(0)));
+    const std::string source = sourceOf(state);
     SilentConsole console;
     for (auto _ : state) {
         Lexer lexer(source, console);
         const std::unique_ptr<AST> program =
             Parser(lexer.tokenize(), console, nullptr, Parser::Texts::viewed).parse();
-        const ReplacementTable table;
-        TextStream mainStream, importStream;
-        int indentLevel = 0;
-        CodeGenerator generator(table, mainStream, importStream, indentLevel);
-        generator.generate(*program, "main.cpp", "import.hpp", false, false);
-        benchmark::DoNotOptimize(importStream.view().data());
+        generateOnce(*program);
     }
     countLines(state);
 }

@@ -1,8 +1,8 @@
 // The files that a build makes, and how they are written and removed.
 //
 //     OutputFiles files = outputFilesFor("src/app.vorla");
-//     // files.mainCpp   /work/src/code_generation/main.cpp
-//     // files.executable   /work/src/app.exe
+//     // files.mainCpp   /home/ada/src/code_generation/main.cpp
+//     // files.executable   /home/ada/src/app.exe
 #pragma once
 
 #include <filesystem>
