@@ -19,7 +19,9 @@ std::string translate(const Orvane::AST& program) {
     Orvane::CodeGenerator generator(table, mainStream, importStream, indentLevel);
     generator.generate(program, "main.cpp", "import.hpp", false, true);
     if (indentLevel != 0) std::abort();
-    return importStream.take() + mainStream.take();
+    std::string text(importStream.view());
+    text += mainStream.view();
+    return text;
 }
 
 } // namespace
