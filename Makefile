@@ -24,7 +24,7 @@ help:
 	@echo "make test           all tests: development build, sanitizers, Windows executables"
 	@echo "make test-long      what make test leaves out: each function and golden program compiled"
 	@echo "make packages       the archives for Windows and Linux, in build/packages"
-	@echo "make test-install   test those archives, the Windows one under Wine (some minutes)"
+	@echo "make test-install   test those archives, the Windows one under Wine with all window tests"
 	@echo "make windows-toolchain  build the C++ compiler of the Windows archive (a quarter of an hour)"
 	@echo "make golden-update  write the compiler's present output into the golden cases"
 	@echo "make bench          run the benchmarks"
@@ -49,6 +49,7 @@ test-install: packages
 	@cmake --preset dev > /dev/null
 	@cmake --build --preset dev -j$(JOBS) | tail -n 1
 	@ctest --preset dev -L '^install' --no-tests=error < /dev/null
+	@tests/install/ui_of_package.sh
 
 windows-toolchain:
 	@$(SETUP) build windows toolchain
