@@ -138,7 +138,7 @@ Lexer::Lexer(std::string source_, Console& console_)
 std::vector<Token> Lexer::tokenize() {
     // A token for every five characters is usual. The bound keeps a source of nothing but blanks
     // or one long comment from taking memory that no token needs.
-    constexpr std::size_t largestGuess = 1U << 22;
+    constexpr std::size_t largestGuess = 1U << 24;
     std::vector<Token> tokens;
     tokens.reserve(std::min(source.size() / 5 + 2, largestGuess));
     expectFilling(tokens.data(), tokens.capacity() * sizeof(Token));
