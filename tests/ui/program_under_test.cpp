@@ -123,6 +123,19 @@ HWND ProgramUnderTest::waitForDialog(DWORD milliseconds) const {
     }
 }
 
+HWND ProgramUnderTest::waitForMenu(DWORD milliseconds) const {
+    const DWORD start = GetTickCount();
+    HWND menu = nullptr;
+    while (!hasEnded() && GetTickCount() - start <= milliseconds) {
+        menu = FindWindowExW(nullptr, menu, L"#32768", nullptr);
+        DWORD owner = 0;
+        GetWindowThreadProcessId(menu, &owner);
+        if (menu && owner == processId && IsWindowVisible(menu)) return menu;
+        if (!menu) Sleep(20);
+    }
+    return nullptr;
+}
+
 bool ProgramUnderTest::waitForEnd(DWORD milliseconds, DWORD& exitCode) const {
     if (WaitForSingleObject(process, milliseconds) != WAIT_OBJECT_0) return false;
     return GetExitCodeProcess(process, &exitCode) != 0;
