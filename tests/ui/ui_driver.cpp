@@ -29,7 +29,9 @@
 //   dialog               waits for a message box, prints it and leaves it open
 //   nomessagebox         fails when a message box is open
 //   answer BUTTON [TEXT] waits for a dialog, puts TEXT into its field, closes it with the button ID
-//   fill ID TEXT         waits for a dialog with the field ID, at whatever depth, and puts TEXT in
+//   fill ID TEXT         waits for a dialog with the field ID, at whatever depth, and puts TEXT in;
+//   of a
+//                        combo box it chooses the line TEXT
 //   push BUTTON          waits for a dialog, prints its title, closes it with the button ID
 //   popup                waits for a menu that has opened
 //   hold CODE...         holds keys, such as Ctrl (17), down, until the next of these lines
@@ -289,10 +291,19 @@ void runAnswer(Session& session, Arguments& arguments) {
         if (GetTickCount() - start > 5000) throw Failure("the dialog stays open");
 }
 
+// The innermost one: the field of a combo box has the ID of the box.
 HWND descendant(HWND parent, int id) {
+    HWND found = nullptr;
     for (const HWND child : childWindows(parent))
-        if (GetDlgCtrlID(child) == id) return child;
-    return nullptr;
+        if (GetDlgCtrlID(child) == id) found = child;
+    return found;
+}
+
+std::string idsIn(HWND parent) {
+    std::string ids;
+    for (const HWND child : childWindows(parent))
+        ids += " " + std::to_string(GetDlgCtrlID(child)) + " " + windowClass(child);
+    return ids;
 }
 
 // A dialog is visible before it is complete, hence the wait for the field.
@@ -306,8 +317,16 @@ void runFill(Session& session, Arguments& arguments) {
         field = descendant(session.program.waitForDialog(20), id);
         if (!field) Sleep(20);
     }
-    if (!field) throw Failure("no such field");
-    sendMessage(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    if (!field) throw Failure("no such field among" + idsIn(session.program.waitForDialog(20)));
+    const LPARAM content = reinterpret_cast<LPARAM>(text.c_str());
+    if (windowClass(field) != "ComboBox") {
+        sendMessage(field, WM_SETTEXT, 0, content);
+    } else {
+        if (sendMessage(field, CB_SELECTSTRING, static_cast<WPARAM>(-1), content) < 0)
+            throw Failure("no such line");
+        sendMessage(GetParent(field), WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE),
+                    reinterpret_cast<LPARAM>(field));
+    }
 }
 
 void runPush(Session& session, Arguments& arguments) {
