@@ -90,8 +90,9 @@ ProgramUnderTest::ProgramUnderTest(const std::string& path) {
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION information = {};
-    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                        &startup, &information))
+    // Without a console, as from the desktop: Wine would let it have none of its own otherwise.
+    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS,
+                        nullptr, nullptr, &startup, &information))
         throw std::runtime_error("cannot start " + path);
     CloseHandle(information.hThread);
     process = information.hProcess;
