@@ -2,12 +2,14 @@
 //
 //     write_programs value FOLDER                  import.hpp with the runtime type
 //     write_programs all FOLDER ORLIB              import.hpp with every library function
+//     write_programs every FOLDER ORLIB            the same, called with every kind of operand
 //     write_programs some FOLDER ORLIB LIBRARY...  import.hpp with the functions of those libraries
 //     write_programs these FOLDER ORLIB NAME...    import.hpp with the functions of these names
 //     write_programs single FOLDER ORLIB           NAME/import.hpp for every function alone
 //
-// A library function is called with dynamic values, and alone also with each kind of C++ operand
-// that a script can give it; a parameter that is changed for the caller always gets a variable.
+// A library function is called with dynamic values, alone and by "every" also with each kind of C++
+// operand that a script can give it; a parameter that is changed for the caller always gets a
+// variable.
 #include "translation.h"
 
 #include <cstdio>
@@ -65,10 +67,11 @@ void writeProgram(const std::filesystem::path& folder, const std::string& source
     if (!importFile) throw std::runtime_error("cannot write " + (folder / "import.hpp").string());
 }
 
-void writeAll(const std::filesystem::path& folder, const ReplacementTable& table) {
+void writeAll(const std::filesystem::path& folder, const ReplacementTable& table,
+              const std::vector<std::string>& arguments = {"a"}) {
     std::string calls;
     for (const auto& [name, entries] : table.entries())
-        if (!isHelper(name)) calls += callsOf(name, entries, {"a"});
+        if (!isHelper(name)) calls += callsOf(name, entries, arguments);
     writeProgram(folder, sourceOf(calls + "    print(1);\n"), table);
 }
 
@@ -97,7 +100,7 @@ void run(const std::vector<std::string>& words) {
                             ReplacementTable());
     }
     if (words.size() < 3)
-        throw std::runtime_error("usage: value|all|some|single FOLDER [ORLIB [LIBRARY...]]");
+        throw std::runtime_error("usage: value|all|every|some|single FOLDER [ORLIB [LIBRARY...]]");
     RecordingConsole console;
     if (words[0] == "some") {
         std::vector<std::string> files;
@@ -110,6 +113,7 @@ void run(const std::vector<std::string>& words) {
         return writeThese(words[1], table, names);
     }
     if (words[0] == "all") return writeAll(words[1], table);
+    if (words[0] == "every") return writeAll(words[1], table, allArguments);
     if (words[0] == "single") return writeSingles(words[1], table);
     throw std::runtime_error("unknown kind of program: " + words[0]);
 }
