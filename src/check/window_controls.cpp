@@ -56,22 +56,18 @@ void WindowCheck::checkKind(const Component& control) {
                {control.type, control.name, hint});
 }
 
-// Two handles or two menus of one name are two C++ variables of one name. A timer has none, and a
-// menu has one of another name than a control.
+// Two controls with handles of one name are for the check of names. Two menus make two C++
+// variables of one name as well; a timer makes none, and a menu one of another name than a control.
 void WindowCheck::checkNames() {
-    std::unordered_map<std::string_view, std::vector<const Component*>> byName;
+    std::unordered_map<std::string_view, const Component*> byName;
     for (const auto& control : window->components) {
-        auto& sameName = byName[control->name];
-        for (const Component* other : sameName) {
-            const bool clash = hasHandle(*control)
-                                   ? hasHandle(*other)
-                                   : control->type == "menu" && other->type == "menu";
-            const MessageId id = clash ? MessageId::duplicateControl : MessageId::sharedName;
-            Diagnostic& shared = report(id, nameRange(*control), {control->name});
-            shared.notes.push_back({nameRange(*other), "the other one"});
-            break;
-        }
-        if (sameName.empty()) sameName.push_back(control.get());
+        const auto [entry, isNew] = byName.try_emplace(control->name, control.get());
+        const Component* other = entry->second;
+        if (isNew || (hasHandle(*control) && hasHandle(*other))) continue;
+        const bool clash = control->type == "menu" && other->type == "menu";
+        Diagnostic& shared = report(clash ? MessageId::duplicateControl : MessageId::sharedName,
+                                    nameRange(*control), {control->name});
+        shared.notes.push_back({nameRange(*other), "the other one"});
     }
 }
 

@@ -66,23 +66,18 @@ bool isListOfLiterals(const Expr* list) {
 constexpr std::string_view colourless[] = {"button",   "entry", "textarea", "listbox", "combobox",
                                            "progress", "tab",   "menu",     "timer",   "status"};
 constexpr std::string_view placeWords[] = {"x", "y", "width", "height"};
-constexpr std::string_view colourWords[] = {"red",    "green", "blue", "white",  "black",
-                                            "yellow", "gray",  "grey", "orange", "purple",
-                                            "pink",   "brown", "cyan", "magenta"};
-
 template <class Words>
 bool isOneOf(const Words& words, std::string_view word) {
     return std::find(std::begin(words), std::end(words), word) != std::end(words);
 }
 
-bool isHexadecimal(std::string_view digits) {
-    return std::all_of(digits.begin(), digits.end(),
-                       [](char digit) { return std::isxdigit(static_cast<unsigned char>(digit)); });
-}
-
-// Other texts become part of the C++ program, where "#" begins nothing and no colour has a name.
-bool isSurelyRefused(std::string_view colour) {
-    return colour.starts_with('#') || isOneOf(colourWords, colour);
+// Becomes a part of the C++ program as it is. What begins with "#" and single words are for the
+// check of names.
+bool isCode(std::string_view colour) {
+    const auto isLetter = [](char letter) {
+        return std::isalpha(static_cast<unsigned char>(letter));
+    };
+    return !colour.starts_with('#') && !std::all_of(colour.begin(), colour.end(), isLetter);
 }
 
 } // namespace
@@ -176,15 +171,11 @@ void WindowCheck::checkColours(const Component& control) {
 
 void WindowCheck::checkColour(const Component& control, std::string_view property,
                               std::string_view colour) {
-    const bool wellFormed =
-        colour.size() == 7 && colour[0] == '#' && isHexadecimal(colour.substr(1));
-    if (colour.empty() || wellFormed) return;
-    const MessageId id =
-        isSurelyRefused(colour) ? MessageId::malformedColour : MessageId::unusualColour;
+    if (!isCode(colour)) return;
     const Property* place = nullptr;
     for (const Property& candidate : control.properties)
         if (candidate.name == property && isLiteral(candidate.value)) place = &candidate;
-    if (place) reportProperty(id, *place, {colour});
+    if (place) reportProperty(MessageId::unusualColour, *place, {colour});
 }
 
 void WindowCheck::checkContents(const Component& control) {

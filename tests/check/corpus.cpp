@@ -14,6 +14,8 @@ namespace {
 
 const std::string root = ORVANE_SOURCE_ROOT;
 
+} // namespace
+
 std::string readText(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     if (!file) throw std::runtime_error("cannot read " + path);
@@ -21,8 +23,6 @@ std::string readText(const std::string& path) {
     text << file.rdbuf();
     return text.str();
 }
-
-} // namespace
 
 bool CorpusProgram::saysError() const {
     return std::any_of(diagnostics.begin(), diagnostics.end(), [](const Diagnostic& diagnostic) {

@@ -24,6 +24,9 @@ struct CorpusProgram {
 // In the order of corpus.csv. Throws when a program or the table is missing.
 std::vector<CorpusProgram> readCorpus();
 
+// Throws when the file cannot be read.
+std::string readText(const std::string& path);
+
 // What the checks say about a source, with the libraries of this source tree.
 std::vector<Diagnostic> checkText(const std::string& text);
 

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 using namespace Orvane;
 
 namespace {
@@ -60,6 +62,18 @@ TEST(Corpus, refusesWhatIsRefused) {
     }
     EXPECT_GE(found * 100, refused * 98) << listPrograms(
         [](const CorpusProgram& program) { return program.isRefused && !program.saysError(); });
+}
+
+TEST(Corpus, hasNothingToSayAboutTheExamples) {
+    std::size_t examples = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(ORVANE_SOURCE_ROOT "/examples")) {
+        if (entry.path().extension() != ".vorla") continue;
+        ++examples;
+        for (const Diagnostic& diagnostic : checkText(readText(entry.path().string())))
+            ADD_FAILURE() << entry.path().filename() << ": " << diagnostic.text << " at byte "
+                          << diagnostic.range.begin;
+    }
+    EXPECT_GE(examples, 7u);
 }
 
 // That the C++ compiler accepts these programs is tested with the compiled programs.
