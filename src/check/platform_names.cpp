@@ -13,7 +13,7 @@ constexpr std::string_view filter =
 #include "check/platform_names.inc"
     ;
 constexpr std::uint64_t filterBits = filter.size() * 4;
-constexpr int filterHashes = 6;
+constexpr int filterHashes = 9;
 
 // Words of C++17 that are none of the language, in byte order.
 constexpr std::string_view cppWords[] = {
@@ -42,11 +42,41 @@ constexpr std::string_view windowsWords[] = {
     "near",     "pascal",   "stderr",   "stdin",    "stdout",
 };
 
-// Functions of <cmath> and <cstdlib> for which a dynamic value is no number.
-constexpr std::string_view numericFunctions[] = {
-    "abs",   "acos", "asin",  "atan", "atan2", "cbrt", "ceil",  "cos",  "cosh",
-    "exp",   "fabs", "floor", "fmod", "hypot", "log",  "log10", "log2", "pow",
-    "round", "sin",  "sinh",  "sqrt", "tan",   "tanh", "trunc",
+// Functions of C and of Windows that take neither a dynamic value nor a string, in byte order.
+constexpr std::string_view plainFunctions[] = {
+    "Beep",        "GetKeyState", "MessageBeep",   "MessageBox",
+    "MessageBoxA", "PlaySound",   "SetWindowText", "SetWindowTextA",
+    "ShowWindow",  "Sleep",       "abs",           "acos",
+    "asin",        "atan",        "atan2",         "atof",
+    "atoi",        "cbrt",        "ceil",          "cos",
+    "cosh",        "count",       "distance",      "exit",
+    "exp",         "fabs",        "find",          "floor",
+    "fmod",        "fopen",       "fprintf",       "getenv",
+    "gmtime",      "hypot",       "includes",      "isalpha",
+    "isdigit",     "left",        "localtime",     "log",
+    "log10",       "log2",        "mktime",        "pow",
+    "printf",      "puts",        "remove",        "reverse",
+    "right",       "rotate",      "round",         "shuffle",
+    "sin",         "sinh",        "sort",          "sprintf",
+    "sqrt",        "srand",       "strlen",        "system",
+    "tan",         "tanh",        "time",          "tolower",
+    "toupper",     "trunc",       "unique",
+};
+
+// Types and variables of the C++ library that stand beside a function of the same name, in byte
+// order.
+constexpr std::string_view cppTypes[] = {
+    "allocator", "byte",     "conditional", "exception", "extent", "greater", "hash",
+    "ignore",    "iterator", "less",        "locale",    "minus",  "modulus", "multiplies",
+    "negate",    "nothrow",  "pair",        "plus",      "rank",   "tuple",   "vector",
+};
+
+// Function templates of the C++ library, in byte order.
+constexpr std::string_view templateFunctions[] = {
+    "advance", "begin",  "clamp",  "copy", "count",   "data",     "distance",  "empty",
+    "end",     "equal",  "fill",   "find", "forward", "generate", "get",       "includes",
+    "max",     "merge",  "min",    "move", "next",    "prev",     "remove",    "replace",
+    "reverse", "rotate", "search", "size", "sort",    "swap",     "transform", "unique",
 };
 
 template <std::size_t Count>
@@ -90,6 +120,10 @@ bool mayBePlatformName(std::string_view name) {
     return true;
 }
 
-bool isNumericPlatformFunction(std::string_view name) { return contains(numericFunctions, name); }
+bool isPlainPlatformFunction(std::string_view name) { return contains(plainFunctions, name); }
+
+bool isTemplateFunction(std::string_view name) { return contains(templateFunctions, name); }
+
+bool isCppType(std::string_view name) { return contains(cppTypes, name); }
 
 } // namespace Orvane

@@ -18,7 +18,15 @@ ReservedWord reservedWord(std::string_view name);
 // well, so that only "no" is certain.
 bool mayBePlatformName(std::string_view name);
 
-// Whether it is a function of the C library that takes plain numbers only.
-bool isNumericPlatformFunction(std::string_view name);
+// Whether it is a function of C, C++ or Windows of which no overload takes a dynamic value or a
+// string.
+bool isPlainPlatformFunction(std::string_view name);
+
+// Whether it is a function of the C++ library that takes at least one argument.
+bool isTemplateFunction(std::string_view name);
+
+// Whether the C++ library has something under the name that makes a call of a function of the same
+// name ambiguous.
+bool isCppType(std::string_view name);
 
 } // namespace Orvane

@@ -26,6 +26,7 @@ struct Symbol {
     ValueType type = ValueType::unknown;
     SymbolKind kind = SymbolKind::variable;
     const void* node = nullptr; // of the declaration, in which the name stands
+    std::size_t number = 0;     // of a dynamic variable whose contents are followed, from 1
 };
 
 class Scopes {

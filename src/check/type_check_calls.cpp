@@ -71,6 +71,8 @@ ExprType TypeChecker::typeOfCall(const CallExpr& call) {
 
 ExprType TypeChecker::typeOfBuiltIn(const CallExpr& call) {
     if (!call.args.empty()) valueOf(call.args.front().get());
+    if (call.args.size() > 1)
+        report(MessageId::ignoredArguments, placeOf(call.args[1].get()), {call.name});
     if (body.kind == BodyKind::method) checkCallInMethod(call, isWrittenInto(call.name));
     return {call.name == "alert" ? ValueType::integer : ValueType::stream};
 }
@@ -101,8 +103,9 @@ ExprType TypeChecker::callOfFunction(const CallExpr& call) {
         for (const ValueType type : function.parameters) candidate.parameters.push_back({type});
         candidates.push_back(std::move(candidate));
     }
-    if (!candidates.empty())
-        return settleCall(call, call.name, candidates, mayBePlatformName(call.name));
+    if (isCppType(call.name))
+        report(MessageId::ambiguousFunction, placeOfFirst(&call), {call.name});
+    if (!candidates.empty()) return settleCall(call, call.name, candidates);
     typesOf(call.args);
     if (!mayBePlatformName(call.name))
         report(MessageId::functionUsedBefore, placeOfFirst(&call), {call.name});
@@ -126,7 +129,7 @@ ExprType TypeChecker::callOfLibrary(const CallExpr& call) {
         }
         candidates.push_back(std::move(candidate));
     }
-    return settleCall(call, call.name, candidates, mayBePlatformName(call.name));
+    return settleCall(call, call.name, candidates);
 }
 
 // Whether the library function is among those that the program contains.
@@ -144,21 +147,43 @@ void TypeChecker::checkCallInMethod(const CallExpr& call, bool isWritten) {
     if (!isWritten) report(MessageId::callOnlyInMethods, placeOfFirst(&call), {call.name});
 }
 
+// Whether the headers may have a function of the name that takes the arguments.
+bool TypeChecker::mayBeOfPlatform(std::string_view name, const std::vector<ExprType>& arguments) {
+    if (name.starts_with("__")) return true;
+    if (!mayBePlatformName(name)) return false;
+    const auto isForeign = [](ExprType argument) {
+        return argument.type == ValueType::dynamic || argument.type == ValueType::list ||
+               argument.type == ValueType::text;
+    };
+    return !isPlainPlatformFunction(name) ||
+           std::none_of(arguments.begin(), arguments.end(), isForeign);
+}
+
+// A method of the class that is called by its bare name. Without arguments no function of the
+// headers is meant but a few of C.
+bool TypeChecker::isOwnMethod(const CallExpr& call) const {
+    if (body.kind != BodyKind::method || !body.owner) return false;
+    if (!ProgramNames::hasMethod(*body.owner, call.name)) return false;
+    return !mayBePlatformName(call.name) || (call.args.empty() && isTemplateFunction(call.name));
+}
+
 // No function of the source and of the loaded libraries.
 ExprType TypeChecker::callOfUnknown(const CallExpr& call) {
     const std::vector<ExprType> arguments = typesOf(call.args);
     const std::vector<std::string>& owners = libraries.librariesWith(call.name);
-    if (mayBePlatformName(call.name) || call.name.starts_with("__")) {
-        const bool dynamic = std::any_of(arguments.begin(), arguments.end(), [](ExprType type) {
-            return type.type == ValueType::dynamic || type.type == ValueType::list;
-        });
-        if (!dynamic || owners.empty() || !isNumericPlatformFunction(call.name)) return {};
-    }
     const ByteRange place = placeOfFirst(&call);
+    if (mayBeOfPlatform(call.name, arguments)) {
+        if (isOwnMethod(call)) report(MessageId::methodAsFunction, place, {call.name});
+        return {};
+    }
     if (names.classOf(call.name)) {
         report(MessageId::constructorCall, place, {call.name});
+    } else if (isOwnMethod(call)) {
+        report(MessageId::methodAsFunction, place, {call.name});
     } else if (!owners.empty()) {
         report(MessageId::missingLibrary, place, {call.name, owners.front()});
+    } else if (isPlainPlatformFunction(call.name)) {
+        report(MessageId::platformArgument, place, {call.name});
     } else if (reservedWord(call.name) == ReservedWord::cpp) {
         report(MessageId::reservedName, place, {call.name, "C++"});
     } else {
@@ -179,7 +204,10 @@ ExprType TypeChecker::callOfUnknown(const CallExpr& call) {
 std::vector<ExprType> TypeChecker::typesOf(const ExprList& arguments) {
     std::vector<ExprType> types;
     types.reserve(arguments.size());
-    for (const auto& argument : arguments) types.push_back(valueOf(argument.get()));
+    for (const auto& argument : arguments) {
+        types.push_back(valueOf(argument.get()));
+        storeContent(argument.get(), nullptr, ValueType::unknown); // the call may change it
+    }
     return types;
 }
 
@@ -196,10 +224,10 @@ bool TypeChecker::accepts(const Candidate& candidate, const std::vector<ExprType
     return true;
 }
 
-// `mayBeOther`: the headers have functions of the name as well.
 ExprType TypeChecker::settleCall(const CallExpr& call, std::string_view shown,
-                                 const std::vector<Candidate>& candidates, bool mayBeOther) {
+                                 const std::vector<Candidate>& candidates) {
     const std::vector<ExprType> arguments = typesOf(call.args);
+    const bool mayBeOther = !call.callee && mayBeOfPlatform(shown, arguments);
     ExprType result;
     bool any = false;
     for (const Candidate& candidate : candidates) {
@@ -319,7 +347,7 @@ ExprType TypeChecker::callOfMethod(const CallExpr& call, std::string_view classN
         for (const ValueType type : function.parameters) candidate.parameters.push_back({type});
         candidates.push_back(std::move(candidate));
     }
-    if (!candidates.empty()) return settleCall(call, method, candidates, false);
+    if (!candidates.empty()) return settleCall(call, method, candidates);
     typesOf(call.args);
     report(MessageId::methodUsedBefore, placeOf(call.callee.get()), {method});
     return {};

@@ -89,6 +89,7 @@ void TypeChecker::checkName(std::string_view name, const void* node) {
 
 void TypeChecker::checkParameters(const FuncDef& function, bool isMethod) {
     std::set<std::string_view> seen;
+    if (isMethod) seen.insert("_this");
     for (const Parameter& parameter : function.params) {
         checkName(parameter.name, &parameter);
         if (!seen.insert(parameter.name).second)
@@ -116,8 +117,12 @@ void TypeChecker::checkMethod(const ClassDef& definition, const ClassMethod& met
         std::find_if(overloads.begin(), overloads.end(),
                      [&](const UserFunction& function) { return function.definition == &method; });
     if (entry == overloads.end()) return;
-    body = {
-        .kind = BodyKind::method, .function = &method, .entry = &*entry, .result = entry->result};
+    body = {.kind = BodyKind::method,
+            .function = &method,
+            .entry = &*entry,
+            .owner = &definition,
+            .result = entry->result};
+    checkDuplicateMethod(definition, *entry);
     readTexts.clear();
     scopes.open();
     scopes.declare({"_this", ValueType::dynamic, SymbolKind::parameter});
@@ -129,6 +134,23 @@ void TypeChecker::checkMethod(const ClassDef& definition, const ClassMethod& met
     checkBody(method.body);
     scopes.close();
     checkMissingReturn(method, entry->result);
+}
+
+// Every method is written, also those of two classes of one name.
+void TypeChecker::checkDuplicateMethod(const ClassDef& definition, const UserFunction& method) {
+    const std::string_view name = method.definition->name;
+    for (const UserFunction& earlier : names.methodsOf(definition.name, name)) {
+        if (earlier.definition == method.definition) return;
+        if (earlier.parameters != method.parameters) continue;
+        reportSecond(MessageId::duplicateMethod, method.definition, earlier.definition, name);
+        return;
+    }
+}
+
+void TypeChecker::reportSecond(MessageId id, const void* node, const void* first,
+                               std::string_view name) {
+    report(id, placeOfName(node, name), {name})
+        .notes.push_back({placeOfName(first, name), "the first one stands here"});
 }
 
 // ---- Functions ----
@@ -143,6 +165,9 @@ void TypeChecker::checkFunctions() {
 
 void TypeChecker::checkFunction(const FuncDef& function, BodyKind kind) {
     checkName(function.name, &function);
+    if (function.name == "WinMain" || function.name == "wWinMain")
+        report(MessageId::reservedName, placeOfName(&function, function.name),
+               {function.name, "the Windows headers"});
     const auto overloads = names.functionsOf(function.name);
     const auto entry =
         std::find_if(overloads.begin(), overloads.end(), [&](const UserFunction& candidate) {
@@ -152,9 +177,7 @@ void TypeChecker::checkFunction(const FuncDef& function, BodyKind kind) {
     for (const UserFunction& earlier : overloads) {
         if (earlier.definition == &function) break;
         if (earlier.parameters != entry->parameters) continue;
-        report(MessageId::duplicateFunction, placeOfName(&function, function.name), {function.name})
-            .notes.push_back(
-                {placeOfName(earlier.definition, function.name), "the first one stands here"});
+        reportSecond(MessageId::duplicateFunction, &function, earlier.definition, function.name);
         break;
     }
     body = {.kind = kind, .function = &function, .entry = &*entry, .result = entry->result};
@@ -225,17 +248,15 @@ void TypeChecker::checkControls() {
         std::any_of(program.window->components.begin(), program.window->components.end(),
                     [](const auto& control) { return !control->events.empty(); });
     std::map<std::string_view, const Component*> seen;
+    std::map<std::string_view, const Component*> menus;
     for (const auto& control : program.window->components) {
         checkColours(*control);
-        const bool hasHandle = control->type != "menu" && control->type != "timer";
-        if (!hasHandle) continue;
-        if (anyHandler) checkName(control->name, control.get());
-        const auto [first, isNew] = seen.emplace(control->name, control.get());
-        if (isNew) continue;
-        report(MessageId::duplicateControl, placeOfName(control.get(), control->name),
-               {control->name})
-            .notes.push_back(
-                {placeOfName(first->second, control->name), "the first one stands here"});
+        if (control->type == "timer") continue;
+        const bool isMenu = control->type == "menu";
+        if (anyHandler && !isMenu) checkName(control->name, control.get());
+        const auto [first, isNew] = (isMenu ? menus : seen).emplace(control->name, control.get());
+        if (!isNew)
+            reportSecond(MessageId::duplicateControl, control.get(), first->second, control->name);
     }
 }
 
@@ -283,6 +304,10 @@ void TypeChecker::reportPending() {
         const MessageId id = use.isTest ? MessageId::neverTrueTest : MessageId::unknownType;
         report(id, placeOfName(use.node, use.name), {use.name});
     }
+    constexpr unsigned maybeTrue = 1U;
+    for (const ContentUse& use : contentUses)
+        if ((contents[use.variable - 1] & maybeTrue) == 0)
+            report(MessageId::conditionNotBool, placeOf(use.node));
     for (const FieldUse& use : fieldUses) {
         if (writtenFields.contains(use.field)) continue;
         const ClassDef* definition = names.classOf(use.className);

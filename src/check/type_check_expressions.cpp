@@ -105,7 +105,13 @@ const Symbol* TypeChecker::findVariable(std::string_view name) {
 }
 
 ExprType TypeChecker::typeOfName(const IdentifierExpr& name) {
-    if (const Symbol* symbol = findVariable(name.name)) return {symbol->type, true};
+    if (const Symbol* symbol = findVariable(name.name)) {
+        if (name.name == initialising && symbol->kind == SymbolKind::variable)
+            report(MessageId::usesItself, placeOf(&name), {name.name});
+        return {symbol->type, true};
+    }
+    if (!names.functionsOf(name.name).empty())
+        report(MessageId::functionWithoutCall, placeOf(&name), {name.name});
     reportUnknownName(name);
     return {};
 }
@@ -204,6 +210,7 @@ ExprType TypeChecker::typeOfAssignment(const BinaryExpr& binary, ExprType left) 
         report(MessageId::notAssignable, placeOf(binary.left.get()));
         return {};
     }
+    storeContent(binary.left.get(), binary.right.get(), right.type);
     if (canAssign(left.type, right.type)) return {left.type, true};
     Diagnostic& message = report(MessageId::wrongAssignment, placeOf(binary.right.get()),
                                  {describe(right.type), describe(left.type)});
@@ -384,6 +391,11 @@ void TypeChecker::checkCondition(const Expr* condition) {
     }
     if (!canBeCondition(type.type)) {
         report(MessageId::wrongCondition, placeOf(condition), {describe(type.type)});
+        return;
+    }
+    if (const auto* name = nodeCast<IdentifierExpr>(condition)) {
+        const Symbol* symbol = scopes.find(name->name);
+        if (symbol && symbol->number > 0) contentUses.push_back({symbol->number, name});
         return;
     }
     const auto* binary = nodeCast<BinaryExpr>(condition);

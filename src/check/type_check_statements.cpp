@@ -108,21 +108,46 @@ void TypeChecker::declareLocal(std::string_view name, ValueType type, const void
                names.handleOf(name)) {
         report(MessageId::nameOfControl, placeOfName(node, name), {name});
     }
-    scopes.declare({name, type, SymbolKind::variable, node});
+    const bool followed = type == ValueType::dynamic;
+    if (followed) contents.push_back(0);
+    scopes.declare({name, type, SymbolKind::variable, node, followed ? contents.size() : 0});
+}
+
+// Which kinds of content an expression may have: 1 for a truth value or anything, 2 for others.
+unsigned TypeChecker::contentOf(const Expr* value, ValueType type) {
+    const auto* binary = nodeCast<BinaryExpr>(value);
+    const bool arithmetic = binary && type == ValueType::dynamic &&
+                            (binary->op == "+" || binary->op == "-" || binary->op == "*" ||
+                             binary->op == "/" || binary->op == "%");
+    const bool list = nodeCast<RangeExpr>(value) || nodeCast<ListComprehensionExpr>(value) ||
+                      nodeCast<ObjectCtorExpr>(value);
+    const bool plain = isWhole(type) || type == ValueType::floating || type == ValueType::text ||
+                       type == ValueType::list || type == ValueType::null;
+    return arithmetic || list || plain ? 2U : 1U;
+}
+
+void TypeChecker::storeContent(const Expr* target, const Expr* value, ValueType type) {
+    const auto* name = nodeCast<IdentifierExpr>(target);
+    const Symbol* symbol = name ? scopes.find(name->name) : nullptr;
+    if (symbol && symbol->number > 0) contents[symbol->number - 1] |= contentOf(value, type);
 }
 
 void TypeChecker::checkVarDecl(const VarDeclStmt& stmt) {
     const ValueType declared =
         typeOfCpp(CodeGeneratorCore::generateVarDeclType(stmt.typeName, variableClasses));
     useType(stmt.typeName, &stmt, false);
-    checkFirstValue(stmt, declared);
     declareLocal(stmt.name, declared, &stmt);
+    checkFirstValue(stmt, declared);
     if (declared == ValueType::dynamic) variableClasses.insert_or_assign(stmt.name, stmt.typeName);
 }
 
 void TypeChecker::checkFirstValue(const VarDeclStmt& stmt, ValueType declared) {
     if (stmt.initializer) {
+        const std::string_view outer = std::exchange(initialising, stmt.name);
         const ExprType given = valueOf(stmt.initializer.get());
+        initialising = outer;
+        if (declared == ValueType::dynamic)
+            contents.back() = contentOf(stmt.initializer.get(), given.type);
         checkLostValue(stmt, declared, given.type);
         return;
     }
@@ -189,7 +214,9 @@ void TypeChecker::checkWhile(const WhileStmt& stmt) {
 }
 
 void TypeChecker::checkFor(const ForStmt& stmt) {
-    valueOf(stmt.iterable.get());
+    const ExprType list = valueOf(stmt.iterable.get());
+    if (isNumber(list.type) || list.type == ValueType::text || list.type == ValueType::null)
+        report(MessageId::loopOverNoList, placeOf(stmt.iterable.get()), {describe(list.type)});
     checkLoopType(stmt);
     const bool isClass =
         !isDynamicLoopType(stmt.varType) && loopVariableType(stmt.varType) == ValueType::dynamic;

@@ -34,6 +34,7 @@ private:
         BodyKind kind = BodyKind::handler;
         const FuncDef* function = nullptr; // none for handlers
         const UserFunction* entry = nullptr;
+        const ClassDef* owner = nullptr;   // of a method
         ValueType result = ValueType::big; // handlers: what Windows is answered
         int loops = 0;
         bool deferred = false; // inside of `defer`, whose body returns for itself
@@ -52,6 +53,11 @@ private:
         std::string_view className;
         std::string_view field;
         ByteRange place;
+    };
+    // A condition that is a variable alone.
+    struct ContentUse {
+        std::size_t variable;
+        const void* node;
     };
     struct TypeUse {
         std::string_view name;
@@ -75,7 +81,8 @@ private:
     void checkFunction(const FuncDef& function, BodyKind kind);
     void checkHandlers();
     void checkHandler(const StmtList& body);
-    void checkDuplicateFunctions();
+    void checkDuplicateMethod(const ClassDef& definition, const UserFunction& method);
+    void reportSecond(MessageId id, const void* node, const void* first, std::string_view name);
     void checkParameters(const FuncDef& function, bool isMethod);
     void checkMissingReturn(const FuncDef& function, ValueType result);
     static bool alwaysLeaves(const StmtList& statements);
@@ -109,6 +116,8 @@ private:
     void checkWhen(const WhenStmt& stmt);
     void checkCondition(const Expr* condition);
     void declareLocal(std::string_view name, ValueType type, const void* node);
+    void storeContent(const Expr* target, const Expr* value, ValueType type);
+    static unsigned contentOf(const Expr* value, ValueType type);
     void useType(std::string_view name, const void* node, bool isTest);
 
     // ---- Expressions (type_check_expressions.cpp) ----
@@ -149,7 +158,9 @@ private:
                              std::string_view className);
     ExprType typeOfBroadcastCall(const CallExpr& call);
     ExprType settleCall(const CallExpr& call, std::string_view shown,
-                        const std::vector<Candidate>& candidates, bool mayBeOther);
+                        const std::vector<Candidate>& candidates);
+    static bool mayBeOfPlatform(std::string_view name, const std::vector<ExprType>& arguments);
+    bool isOwnMethod(const CallExpr& call) const;
     bool isVisible(const UserFunction& function) const;
     std::vector<ExprType> typesOf(const ExprList& arguments);
     static bool accepts(const Wanted& parameter, ExprType argument);
@@ -174,6 +185,7 @@ private:
     Body body;
     NameMap variableClasses; // as the generator keeps it: never forgets a declaration
     std::string_view allElementName;
+    std::string_view initialising;                  // the variable whose first value is looked at
     Symbol controlSymbol;                           // what findVariable() answers for a control
     std::unordered_set<std::string_view> readTexts; // controls whose text the handler has read
     std::unordered_set<std::string_view> writtenFields;
@@ -181,6 +193,8 @@ private:
     std::vector<FieldUse> fieldUses;
     std::vector<TypeUse> typeUses;
     std::optional<NameSet> writtenLibraryFunctions; // the closure of the calls
+    std::vector<ContentUse> contentUses;
+    std::vector<unsigned> contents; // of each dynamic variable, by number: kinds ever stored in it
 };
 
 } // namespace Orvane

@@ -15,8 +15,8 @@ import sys
 COMPILER = "x86_64-w64-mingw32-g++-posix"
 HEADERS = ["windows.h", "string", "vector", "map", "sstream", "memory", "commctrl.h", "iostream",
            "fstream", "cmath", "cstdlib", "ctime", "filesystem", "cstdio", "algorithm"]
-BITS_PER_NAME = 10
-HASHES = 6
+BITS_PER_NAME = 14
+HASHES = 9
 DIGITS_PER_LINE = 96
 
 
