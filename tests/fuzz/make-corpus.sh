@@ -12,7 +12,7 @@ mapfile -t sources < <(find tests/golden examples tests/ui -name '*.vorla' -size
 mapfile -t libraries < <(find tests/golden orlib -name '*.orlib' -size -"$largest"c | sort)
 
 rm -rf "$folder"
-for target in lexer parser scanner loader texts translation structured; do
+for target in lexer parser recovery scanner loader texts translation structured; do
     mkdir -p "$folder/$target"
     if [ -d "tests/fuzz/regressions/$target" ]; then
         find "tests/fuzz/regressions/$target" -type f -exec cp -t "$folder/$target" {} +
@@ -22,7 +22,7 @@ done
 number=0
 for file in "${sources[@]}"; do
     number=$((number + 1))
-    for target in lexer parser translation; do cp "$file" "$folder/$target/source$number"; done
+    for target in lexer parser recovery translation; do cp "$file" "$folder/$target/source$number"; done
     # As choices, any bytes are as good as others; these are at hand and always the same.
     head -c 600 "$file" > "$folder/structured/source$number"
 done

@@ -18,7 +18,7 @@ minutes=$1
 shift
 targets=("$@")
 if [ ${#targets[@]} -eq 0 ]; then
-    targets=(lexer parser scanner loader texts translation structured)
+    targets=(lexer parser recovery scanner loader texts translation structured)
 fi
 work=build/fuzz/long
 mkdir -p "$work"

@@ -32,6 +32,7 @@ inline std::string textOf(Bytes bytes) {
 
 void fuzzLexer(Bytes input);       // a source
 void fuzzParser(Bytes input);      // a source
+void fuzzRecovery(Bytes input);    // a source
 void fuzzScanner(Bytes input);     // a library file
 void fuzzLoader(Bytes input);      // library files, each behind a line "@@@ X"
 void fuzzTexts(Bytes input);       // the text of a colour or font
@@ -44,8 +45,13 @@ struct Target {
 };
 
 inline constexpr Target targets[] = {
-    {"lexer", fuzzLexer},           {"parser", fuzzParser}, {"scanner", fuzzScanner},
-    {"loader", fuzzLoader},         {"texts", fuzzTexts},   {"translation", fuzzTranslation},
+    {"lexer", fuzzLexer},
+    {"parser", fuzzParser},
+    {"recovery", fuzzRecovery},
+    {"scanner", fuzzScanner},
+    {"loader", fuzzLoader},
+    {"texts", fuzzTexts},
+    {"translation", fuzzTranslation},
     {"structured", fuzzStructured},
 };
 
