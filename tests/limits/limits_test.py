@@ -5,8 +5,7 @@
 
 Every case is translated in two sizes. Checked are the exit status, the last words, the processor
 time of the larger against the smaller, and the largest memory: at most 40 times the source and 20
-megabytes more. Where the fixed texts of a program make its output larger than that leaves room for,
-the output counts as well. With --wine, RUN starts the Windows program, and what a run of the empty
+megabytes more. With --wine, RUN starts the Windows program, and what a run of the empty
 program takes there comes on top.
 """
 
@@ -122,13 +121,12 @@ class Report:
                            f"{run.memory / MEGABYTE:.1f} | {limit / MEGABYTE:.1f} |\n")
 
 
-def memory_limit(size, run, overhead):
-    """Up to eight times the source, the output is part of the factor; the rest comes on top."""
-    return SOURCE_FACTOR * size + ALLOWANCE + overhead + max(0, run.output - 8 * size)
+def memory_limit(size, overhead):
+    return SOURCE_FACTOR * size + ALLOWANCE + overhead
 
 
 def check_built(bench, report, name, count, size, run):
-    limit = memory_limit(size, run, bench.overhead)
+    limit = memory_limit(size, bench.overhead)
     report.add(name, count, size, run, limit)
     report.check(name, run.status == 0, f"status {run.status}, {bench.last_words()}")
     report.check(name, bench.last_words().endswith("\n=== Build complete! ===\n"),
