@@ -42,8 +42,15 @@ add_group() {
             need libgtest-dev has_file /usr/include/gtest/gtest.h
             need diffutils has_command diff
             need python3 has_command python3
+            need strace has_command strace
             ;;
         fuzz) need clang has_command clang++ ;;
+        static)
+            need clang has_command clang++
+            need clang-tidy has_command clang-tidy
+            need cppcheck has_command cppcheck
+            ;;
+        coverage) need gcovr has_command gcovr ;;
         packages) need python3 has_command python3 ;;
         toolchain)
             need build-essential has_command dpkg-buildpackage
