@@ -145,6 +145,12 @@ private:
             fill({begin, end}, '"', '"');
     }
 
+    bool beginsLine(std::size_t at) const {
+        const Place place = source.placeOf(at);
+        return source.lineText(place.line).find_first_not_of(" \t") + 1 == place.byteColumn;
+    }
+
+    // A quote at the beginning of a line begins a comment elsewhere.
     void repairCharacter(std::size_t begin) {
         std::string& text = report.repaired;
         const std::size_t end = lineEnd(text, begin);
@@ -152,6 +158,11 @@ private:
         if (closing < end) {
             say(MessageId::singleQuotedText, {begin, closing + 1});
             fill({begin, closing + 1}, '"', '"');
+            return;
+        }
+        if (beginsLine(begin)) {
+            say(MessageId::commentSign, {begin, begin + 1});
+            fill({begin, end}, ' ', ' ');
             return;
         }
         const std::size_t behind = std::min(endOfCharacter(text, begin + 1), end);
@@ -190,11 +201,16 @@ LexicalReport examineLiterals(const SourceText& source) { return Examination(sou
 std::vector<Diagnostic> describeUnclosed(const SourceText& source,
                                          const std::vector<LexicalProblem>& problems) {
     std::vector<Diagnostic> found;
+    std::size_t described = 0; // offset behind the last text
     for (const LexicalProblem& problem : problems) {
-        if (problem.kind != Kind::unclosedCharacter) continue;
-        const std::size_t end = endOfCharacter(source.text(), problem.offset + 1);
-        found.push_back(makeDiagnostic(MessageId::unclosedCharacter, {problem.offset, end},
-                                       {source.part({problem.offset + 1, end})}));
+        if (problem.kind != Kind::unclosedCharacter || problem.offset < described) continue;
+        const std::size_t begin = problem.offset;
+        const std::size_t end = endOfCharacter(source.text(), begin + 1);
+        const std::size_t closing = source.text().find('\'', end);
+        const bool closed = closing < lineEnd(source.text(), begin);
+        described = closed ? closing + 1 : end;
+        found.push_back(makeDiagnostic(MessageId::unclosedCharacter, {begin, described},
+                                       {source.part({begin + 1, end})}));
     }
     return found;
 }

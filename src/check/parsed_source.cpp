@@ -36,8 +36,9 @@ void ParsedSource::parseAsCompiler() {
     }
     program = std::move(tree);
     found = describeSkipped(*this, observed.skipped());
-    for (Diagnostic& diagnostic : describeUnclosed(sourceText, problems))
-        found.push_back(std::move(diagnostic));
+    std::vector<Diagnostic> unclosed = describeUnclosed(sourceText, problems);
+    dropRemainders(found, unclosed);
+    for (Diagnostic& diagnostic : unclosed) found.push_back(std::move(diagnostic));
 }
 
 // What is found this way replaces the one error of the compiler's way, which is not lost, though,
@@ -55,9 +56,9 @@ void ParsedSource::parseOnBehindErrors() {
     Recovery recovery;
     program = Parser(tokenList, console, &positions, Parser::Texts::copied, &recovery).parse();
     addFailures(recovery.failures(), literals.repairs);
-    if (found.empty()) found = first;
-    for (Diagnostic& diagnostic : describeSkipped(*this, recovery.skipped()))
-        found.push_back(std::move(diagnostic));
+    std::vector<Diagnostic> skipped = describeSkipped(*this, recovery.skipped());
+    if (found.empty()) found = refuseSkipped(skipped, first.front());
+    for (Diagnostic& diagnostic : skipped) found.push_back(std::move(diagnostic));
 }
 
 // What fails on the line of a repaired literal is the literal's doing.

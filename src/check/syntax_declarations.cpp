@@ -66,16 +66,22 @@ Description describeParameter(const FailedSyntax& failed) {
     if (closer && failed.is(at, TokenType::Assign))
         return makeDiagnostic(MessageId::defaultArgument, failed.range(at));
     const bool sign = failed.is(at, TokenType::Colon) || failed.is(at, TokenType::Arrow);
-    if (sign && (closer || failed.expects(TokenType::LeftBrace)))
+    const bool type = typeWords.has(failed.type(at + 1)) && !failed.beginsLine(at + 1) &&
+                      !failed.is(at + 2, TokenType::LeftParen);
+    if (sign && type && (closer || failed.expects(TokenType::LeftBrace)))
         return makeDiagnostic(MessageId::typeBehindName, failed.range(at));
     return std::nullopt;
 }
 
 Description describeClass(const FailedSyntax& failed) {
     const std::size_t at = failed.found();
-    if (failed.asks("Expected '{' after class name") && !failed.beginsLine(at))
+    if (failed.asks("Expected '{' after class name") && !failed.beginsLine(at) &&
+        !failed.is(at, TokenType::Semicolon))
         return makeDiagnostic(MessageId::classInheritance, failed.range(at));
     if (failed.facts().body != Body::classMembers) return std::nullopt;
+    if (failed.asks("Expected name") && failed.isKeyword(at) && at == failed.construct() + 1)
+        return makeDiagnostic(MessageId::declarationWord, failed.range(at - 1),
+                              {failed.text(at - 1)});
     if (failed.expects(TokenType::Semicolon) && failed.is(at, TokenType::Assign))
         return makeDiagnostic(MessageId::fieldInitialiser, failed.range(at), {"NAME"});
     if (failed.expects(TokenType::Semicolon) && failed.is(at, TokenType::LeftBracket))
@@ -85,7 +91,8 @@ Description describeClass(const FailedSyntax& failed) {
 
 Description describeControl(const FailedSyntax& failed) {
     const std::size_t first = failed.construct();
-    if (!failed.asks("Expected component name") || failed.facts().body != Body::window)
+    if (!failed.asks("Expected component name") || failed.facts().body != Body::window ||
+        !failed.is(failed.found(), TokenType::LeftBrace))
         return std::nullopt;
     if (failed.is(first - 1, TokenType::OnKeyword))
         return makeDiagnostic(MessageId::windowEvent, failed.range(first - 1, first));

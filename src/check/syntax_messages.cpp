@@ -82,6 +82,55 @@ Description describeVariable(const FailedSyntax& at, const SkippedTokens& run) {
                           {at.text(run.first + 1)});
 }
 
+constexpr TokenSet statementWords = {
+    TokenType::IfKeyword,    TokenType::ReturnKeyword, TokenType::ForKeyword,
+    TokenType::WhileKeyword, TokenType::ThrowKeyword,  TokenType::TryKeyword,
+    TokenType::DeferKeyword, TokenType::ExpectKeyword, TokenType::WhenKeyword,
+};
+
+Description describeStatementOutside(const FailedSyntax& at, const SkippedTokens& run) {
+    if (!statementWords.has(at.type(run.first))) return std::nullopt;
+    return makeDiagnostic(MessageId::statementOutside, at.range(run.first), {at.text(run.first)});
+}
+
+// NAME . NAME {  at the top level, with "on" in front of it or without.
+Description describeHandlerOutside(const FailedSyntax& at, const SkippedTokens& run) {
+    const std::size_t name = run.first + (at.is(run.first, TokenType::OnKeyword) ? 1 : 0);
+    if (run.body != Body::topLevel || !at.is(name, TokenType::Identifier) ||
+        !at.is(name + 1, TokenType::Dot) || !at.is(name + 2, TokenType::Identifier) ||
+        !at.is(name + 3, TokenType::LeftBrace))
+        return std::nullopt;
+    return makeDiagnostic(MessageId::handlerOutside, at.range(name, name + 2),
+                          {at.written(name, name + 2)});
+}
+
+Description describeControlOutside(const FailedSyntax& at, const SkippedTokens& run) {
+    const bool outside = run.body == Body::topLevel || run.body == Body::script;
+    if (!outside || !at.is(run.first, TokenType::TypeKeyword) ||
+        !at.is(run.first + 1, TokenType::Identifier) || !at.is(run.first + 2, TokenType::LeftBrace))
+        return std::nullopt;
+    return makeDiagnostic(MessageId::controlOutside, at.range(run.first, run.first + 1),
+                          {at.written(run.first, run.first + 1)});
+}
+
+Description describeKeywordControl(const FailedSyntax& at, const SkippedTokens& run) {
+    if (run.body != Body::window || !at.is(run.first, TokenType::TypeKeyword) ||
+        !at.isKeyword(run.first + 1) || !at.is(run.first + 2, TokenType::LeftBrace))
+        return std::nullopt;
+    return makeDiagnostic(MessageId::keywordNamesControl, at.range(run.first + 1),
+                          {at.text(run.first + 1)});
+}
+
+Description describeEvent(const FailedSyntax& at, const SkippedTokens& run) {
+    if (run.body != Body::component || !at.is(run.first, TokenType::Identifier) ||
+        !at.is(run.first + 1, TokenType::LeftBrace))
+        return std::nullopt;
+    std::string_view name = at.text(run.first);
+    if (name.starts_with("on") && name.size() > 2) name.remove_prefix(2);
+    return makeDiagnostic(MessageId::eventWithoutOn, at.range(run.first),
+                          {at.text(run.first), name});
+}
+
 Description describeFunction(const FailedSyntax& at, const SkippedTokens& run) {
     if (run.body != Body::window && run.body != Body::component) return std::nullopt;
     const std::size_t name = at.is(run.first + 1, TokenType::LeftParen) ? run.first : run.first + 1;
@@ -113,9 +162,23 @@ Description describeRun(const FailedSyntax& at, const SkippedTokens& run) {
                           {at.written(run.first, last)});
 }
 
+// The byte order mark, and the "on" of an event whose name is refused behind it.
+bool isMarkOrEvent(const ParsedSource& source, const SkippedTokens& run) {
+    const auto& tokens = source.tokens();
+    if (run.first == 0 && source.rangeOf(TokenRange{0, run.last}).end == 3 &&
+        source.source().text().starts_with("\xEF\xBB\xBF"))
+        return true;
+    return run.body == Body::window && run.first == run.last &&
+           tokens[run.first].type == TokenType::OnKeyword;
+}
+
 Diagnostic describeSkip(const ParsedSource& source, const SkippedTokens& run) {
-    constexpr RunRule rules[] = {describeSemicolons, describeBraces, describeVariable,
-                                 describeFunction,   describeNested, describeProperty};
+    constexpr RunRule rules[] = {
+        describeSemicolons,       describeBraces,         describeVariable,
+        describeStatementOutside, describeHandlerOutside, describeControlOutside,
+        describeKeywordControl,   describeEvent,          describeFunction,
+        describeNested,           describeProperty,
+    };
     const SyntaxFailure nothing;
     const FailedSyntax at(source, nothing);
     for (const RunRule rule : rules)
@@ -134,8 +197,29 @@ Diagnostic describeFailure(const ParsedSource& source, const SyntaxFailure& fail
 std::vector<Diagnostic> describeSkipped(const ParsedSource& source,
                                         const std::vector<SkippedTokens>& runs) {
     std::vector<Diagnostic> found;
-    for (const SkippedTokens& run : runs) found.push_back(describeSkip(source, run));
+    for (const SkippedTokens& run : runs)
+        if (!isMarkOrEvent(source, run)) found.push_back(describeSkip(source, run));
     return found;
+}
+
+std::vector<Diagnostic> refuseSkipped(std::vector<Diagnostic>& skipped, const Diagnostic& failure) {
+    auto cause = skipped.end();
+    for (auto each = skipped.begin(); each != skipped.end(); ++each)
+        if (each->range.begin <= failure.range.begin) cause = each;
+    if (cause == skipped.end()) return {failure};
+    Diagnostic refused =
+        makeDiagnostic(MessageId::misplacedCode, cause->range, {cause->text, cause->hint});
+    refused.notes.push_back({failure.range, "the compiler gives up here: " + failure.text});
+    skipped.erase(cause);
+    return {refused};
+}
+
+void dropRemainders(std::vector<Diagnostic>& skipped, const std::vector<Diagnostic>& unclosed) {
+    std::erase_if(skipped, [&](const Diagnostic& run) {
+        return std::any_of(unclosed.begin(), unclosed.end(), [&](const Diagnostic& text) {
+            return run.range.begin > text.range.begin && run.range.begin < text.range.end;
+        });
+    });
 }
 
 } // namespace Orvane

@@ -20,4 +20,12 @@ Diagnostic describeFailure(const ParsedSource& source, const SyntaxFailure& fail
 std::vector<Diagnostic> describeSkipped(const ParsedSource& source,
                                         const std::vector<SkippedTokens>& runs);
 
+// The errors for a file whose only failure is in what follows something skipped: the last of
+// `skipped` in front of the failure becomes the error and leaves the list.
+std::vector<Diagnostic> refuseSkipped(std::vector<Diagnostic>& skipped, const Diagnostic& failure);
+
+// For files that the compiler accepts: leaves out what is skipped behind a text in single quotes,
+// which has its own warning.
+void dropRemainders(std::vector<Diagnostic>& skipped, const std::vector<Diagnostic>& unclosed);
+
 } // namespace Orvane

@@ -186,6 +186,23 @@ Description describePrefix(const FailedSyntax& failed) {
     return makeDiagnostic(MessageId::textPrefix, failed.range(at - 1));
 }
 
+// "say "hello" loud"
+Description describeQuote(const FailedSyntax& failed) {
+    const std::size_t at = failed.found();
+    if (!failed.isWord(at) || !failed.is(at - 1, TokenType::StringLiteral) ||
+        !failed.touchesPrevious(at))
+        return std::nullopt;
+    return makeDiagnostic(MessageId::innerQuote, failed.range(at - 1), {failed.text(at)});
+}
+
+Description describeCast(const FailedSyntax& failed) {
+    const std::size_t at = failed.found();
+    if (!failed.asksForValue() || !valueTypes.has(failed.type(at)) ||
+        !failed.is(at - 1, TokenType::LeftParen) || !failed.is(at + 1, TokenType::RightParen))
+        return std::nullopt;
+    return makeDiagnostic(MessageId::cast, failed.range(at - 1, at + 1), {failed.text(at)});
+}
+
 // The run of bytes that no token has, with the words that touch it.
 Description describeLetters(const FailedSyntax& failed) {
     std::size_t first = failed.found();
@@ -210,7 +227,7 @@ Description describeUnknown(const FailedSyntax& failed) {
     const std::string_view sign = failed.text(at);
     if (sign == "&" || sign == "|" || sign == "^" || sign == "~")
         return makeDiagnostic(MessageId::unknownOperator, failed.range(at),
-                              {sign, "There are no operators for bits."});
+                              {sign, "There are no operators for bits and no addresses."});
     return makeDiagnostic(MessageId::unknownCharacter, failed.range(at),
                           {failed.describe(at).substr(1, sign.size())});
 }
@@ -223,7 +240,7 @@ Description describeHash(const FailedSyntax& failed) {
     for (const std::string_view word : {"#include", "#define", "#if", "#pragma", "#endif", "#else"})
         if (line.starts_with(word))
             return makeDiagnostic(MessageId::preprocessorLine, failed.range(at, at + 1));
-    return makeDiagnostic(MessageId::hashComment, failed.range(at));
+    return makeDiagnostic(MessageId::commentSign, failed.range(at), {"#"});
 }
 
 } // namespace
@@ -233,7 +250,7 @@ Description describeOperator(const FailedSyntax& failed) {
         describeHash,      describeLogical,   describeNot,   describeFunctionValue, describePair,
         describeIncrement, describeCompound,  describeArrow, describeScope,         describeTernary,
         describeRange,     describeEmptyList, describeNew,   describeFieldSign,     describeNumber,
-        describePrefix,    describeLetters,
+        describePrefix,    describeLetters,   describeQuote, describeCast,
     };
     return firstOf(rules, failed);
 }

@@ -49,7 +49,8 @@ Description describeBlockEnd(const FailedSyntax& failed) {
     const std::size_t at = failed.construct();
     if (!failed.isOneOf(at, {"end", "End", "END", "endif", "fi", "wend", "next", "Next", "done",
                              "endwhile", "endfor", "esac"}) ||
-        failed.found() != at + 1)
+        failed.found() > at + 2 || failed.found() == at ||
+        (failed.found() == at + 2 && !failed.beginsLine(at + 1)))
         return std::nullopt;
     if (failed.is(at + 1, TokenType::LeftBrace)) return std::nullopt;
     return makeDiagnostic(MessageId::blockEndWord, failed.range(at), {failed.text(at)});
@@ -83,6 +84,8 @@ Description describeWord(const FailedSyntax& failed) {
         failed.isOneOf(first, {"foreach", "until", "unless", "repeat", "loop", "goto", "finally",
                                "case", "default", "print", "raise", "pass", "with", "lock",
                                "delete", "import", "from", "begin"});
+    const bool loop = failed.text(first) == "foreach" && failed.is(first + 1, TokenType::LeftParen);
+    if (loop) return makeDiagnostic(MessageId::forIn, failed.range(first), {"foreach"});
     if (!block && !(known && failed.found() <= first + 2)) return std::nullopt;
     if (!block && (failed.is(first + 1, TokenType::LeftParen) || failed.beginsLine(failed.found())))
         return std::nullopt;
@@ -158,6 +161,27 @@ Description describeVariables(const FailedSyntax& failed) {
     return std::nullopt;
 }
 
+// NAME < TYPE
+Description describeTypeArguments(const FailedSyntax& failed) {
+    const std::size_t at = failed.found();
+    const std::size_t first = failed.construct();
+    if (!failed.is(first, TokenType::Identifier) || !failed.is(first + 1, TokenType::Less) ||
+        at != first + 2 || !declarationTypes.has(failed.type(at)))
+        return std::nullopt;
+    return makeDiagnostic(MessageId::typeArguments, failed.range(first, at), {failed.text(first)});
+}
+
+Description describeEmpty(const FailedSyntax& failed) {
+    const std::size_t at = failed.found();
+    if (!failed.inStatements() || !failed.is(at, TokenType::Semicolon) || !failed.asksForValue())
+        return std::nullopt;
+    const bool first = at == failed.construct();
+    const bool body =
+        failed.is(at - 1, TokenType::RightParen) || failed.is(at - 1, TokenType::ElseKeyword);
+    if (!first && !body) return std::nullopt;
+    return makeDiagnostic(MessageId::emptyStatement, failed.range(at));
+}
+
 // The sign behind a type: in variables, parameters and fields alike.
 Description describePointer(const FailedSyntax& failed) {
     const std::size_t at = failed.found();
@@ -197,6 +221,8 @@ Description describeStatement(const FailedSyntax& failed) {
         describeWord,
         describePointer,
         describeVariables,
+        describeTypeArguments,
+        describeEmpty,
         describeMisplaced,
     };
     return firstOf(rules, failed);

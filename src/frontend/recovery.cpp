@@ -103,6 +103,21 @@ bool atScript(Tokens tokens, std::size_t at) {
            typeAt(tokens, at + 3) == TokenType::LeftBrace;
 }
 
+// [ "on" ] NAME "." NAME "{"
+bool atHandler(Tokens tokens, std::size_t at) {
+    if (typeAt(tokens, at) == TokenType::OnKeyword) ++at;
+    return typeAt(tokens, at) == TokenType::Identifier &&
+           typeAt(tokens, at + 1) == TokenType::Dot &&
+           typeAt(tokens, at + 2) == TokenType::Identifier &&
+           typeAt(tokens, at + 3) == TokenType::LeftBrace;
+}
+
+// KIND KEYWORD "{"
+bool atKeywordControl(Tokens tokens, std::size_t at) {
+    return typeAt(tokens, at) == TokenType::TypeKeyword && isKeyword(typeAt(tokens, at + 1)) &&
+           typeAt(tokens, at + 2) == TokenType::LeftBrace;
+}
+
 // TYPE NAME and what follows a variable's name.
 bool atVariable(Tokens tokens, std::size_t at) {
     const TokenType behind = typeAt(tokens, at + 2);
@@ -119,6 +134,17 @@ bool namedByKeyword(Tokens tokens, std::size_t at) {
     const TokenType before = at > 0 ? tokens[at - 1].type : TokenType::EndOfInput;
     const bool called = behind == TokenType::LeftParen || behind == TokenType::Dot;
     return called && (before == TokenType::Dot || resultTypes.has(before));
+}
+
+// "end if" and the like.
+bool endsForeignBlock(Tokens tokens, std::size_t at) {
+    return tokens[at].text() == "end" || tokens[at].text() == "End";
+}
+
+std::size_t nextLine(Tokens tokens, std::size_t at) {
+    do ++at;
+    while (typeAt(tokens, at) != TokenType::EndOfInput && !beginsLine(tokens, at));
+    return std::min(at, tokens.size() - 1);
 }
 
 // Whether the brace opens a list of statements, and no list of values or fields.
@@ -220,6 +246,7 @@ bool Recovery::supposes(Tokens tokens, std::size_t at, TokenType expected) {
     const bool newStatement = newLine && tokens[at].column <= indentationOf(tokens, construct);
     switch (expected) {
     case TokenType::Semicolon:
+        if (!newLine && endsForeignBlock(tokens, construct)) return false;
         return begins || found == TokenType::ElseKeyword || (newLine && isWord(found));
     case TokenType::RightParen:
     case TokenType::RightBracket:
@@ -229,7 +256,9 @@ bool Recovery::supposes(Tokens tokens, std::size_t at, TokenType expected) {
     case TokenType::LeftBrace:
         return newLine && !newStatement && isWord(found);
     case TokenType::LeftParen:
-        if (at == 0 || !statementWords.has(tokens[at - 1].type)) return false;
+        if (at == 0 || !statementWords.has(tokens[at - 1].type) ||
+            tokens[at - 1].type == TokenType::ForKeyword)
+            return false;
         supposedParen = construct;
         return true;
     default:
@@ -299,6 +328,7 @@ std::size_t Recovery::resumeStatement(Tokens tokens, std::size_t at) const {
     const TokenType type = tokens[first].type;
     if (at == first && (type == TokenType::ElseKeyword || type == TokenType::CatchKeyword))
         return first + 1;
+    if (endsForeignBlock(tokens, first)) return nextLine(tokens, first);
     // A word that the language does not know in front of a block.
     if (type == TokenType::Identifier && typeAt(tokens, first + 1) == TokenType::LeftBrace &&
         opensBlock(tokens, first + 1))
@@ -330,6 +360,10 @@ std::size_t Recovery::resumeStatement(Tokens tokens, std::size_t at) const {
 // Behind the ";" of the member or declaration that failed, at its body, or at the next one.
 std::size_t Recovery::resumeMember(Tokens tokens, std::size_t at) const {
     const std::size_t first = open.back().construct;
+    constexpr TokenSet lines = {TokenType::ImportKeyword, TokenType::UsingKeyword,
+                                TokenType::TypenameKeyword};
+    if (lines.has(tokens[first].type) && tokens[first].line == tokens[at].line)
+        return nextLine(tokens, at);
     if (at == first) ++at;
     at = std::min(at, tokens.size() - 1);
     const int indentation = indentationOf(tokens, first);
@@ -362,12 +396,21 @@ Recovery::Misplaced Recovery::misplacedAt(Tokens tokens, std::size_t at) {
     if (endsListsAt(tokens, at)) return Misplaced::outer;
     const Body in = body();
     const TokenType type = tokens[at].type;
+    const bool outside = in == Body::topLevel || in == Body::script;
     if (statementWords.has(type)) return Misplaced::statement;
-    if (atFunctionHeader(tokens, at)) return Misplaced::function;
+    if (type != TokenType::TypeKeyword && atFunctionHeader(tokens, at)) return Misplaced::function;
+    if (in == Body::topLevel && atHandler(tokens, at)) return Misplaced::handler;
+    if (type == TokenType::OnKeyword) return Misplaced::nothing;
+    if (in == Body::window && atKeywordControl(tokens, at)) {
+        add(tokens, {at + 1, TokenType::Identifier, "Expected component name", at, in, noToken});
+        return leaving() ? Misplaced::outer : Misplaced::component;
+    }
+    if (in == Body::component && type == TokenType::Identifier &&
+        typeAt(tokens, at + 1) == TokenType::LeftBrace)
+        return Misplaced::event;
     if (atNamedBody(tokens, at))
         return in == Body::component && plainNames.has(type) ? Misplaced::component
                                                              : Misplaced::tokens;
-    const bool outside = in == Body::topLevel || in == Body::script;
     if (outside && atVariable(tokens, at)) return Misplaced::tokens;
     if (type == TokenType::ColorLiteral && beginsLine(tokens, at)) return Misplaced::tokens;
     return Misplaced::nothing;

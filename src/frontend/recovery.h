@@ -99,6 +99,8 @@ public:
         function,
         statement,
         component,
+        handler,
+        event,  // NAME "{" ... "}" in a control
         tokens, // up to endOfMisplaced()
         outer,  // a declaration of a list around this one, which is to end; recorded
     };
