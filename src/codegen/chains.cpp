@@ -75,7 +75,7 @@ bool CodeGeneratorCore::stepLeft(const Expr*& node) {
         return true;
     }
     if (const auto* index = nodeCast<IndexExpr>(node)) {
-        openNodes.push_back({node, Rest::bracketAndIndex});
+        openNodes.push(node, Rest::bracketAndIndex);
         node = index->object.get();
         return true;
     }
@@ -83,7 +83,7 @@ bool CodeGeneratorCore::stepLeft(const Expr*& node) {
     const BinaryExpr* all = call ? calledAll(*call) : nullptr;
     if (!all) return false;
     write(broadcastFront);
-    openNodes.push_back({node, Rest::broadcastCall});
+    openNodes.push(node, Rest::broadcastCall);
     node = all->left.get();
     return true;
 }
@@ -92,11 +92,11 @@ bool CodeGeneratorCore::stepLeft(const Expr*& node) {
 const Expr* CodeGeneratorCore::openBinary(const BinaryExpr& binary) {
     if (binary.op == ".") return openMember(binary);
     if (const BinaryExpr* all = assignedAll(binary)) {
-        openNodes.push_back({&binary, Rest::broadcastAssignment});
+        openNodes.push(&binary, Rest::broadcastAssignment);
         write(broadcastFront);
         return all->left.get();
     }
-    openNodes.push_back({&binary, Rest::operatorAndRight});
+    openNodes.push(&binary, Rest::operatorAndRight);
     write("(");
     return binary.left.get();
 }
@@ -105,7 +105,7 @@ const Expr* CodeGeneratorCore::openBinary(const BinaryExpr& binary) {
 // the loop has come.
 const Expr* CodeGeneratorCore::openMember(const BinaryExpr& access) {
     if (memberName(access) != "all") {
-        openNodes.push_back({&access, Rest::memberName});
+        openNodes.push(&access, Rest::memberName);
         return access.left.get();
     }
     const auto* collection = nodeCast<IdentifierExpr>(access.left);
@@ -118,41 +118,42 @@ const Expr* CodeGeneratorCore::openMember(const BinaryExpr& access) {
 // Goes on behind the operand that has just been written. True when the innermost open node has
 // another one, to which it moves; otherwise the node is closed.
 bool CodeGeneratorCore::stepRight(const Expr*& node) {
-    OpenNode& open = openNodes.back();
-    if (open.rest == Rest::operatorAndRight) {
-        const auto& operation = static_cast<const BinaryExpr&>(*open.node);
-        open.rest = Rest::closeOperation;
+    const Expr& open = *openNodes.nodes.back();
+    Rest& rest = openNodes.rests.back();
+    if (rest == Rest::operatorAndRight) {
+        const auto& operation = static_cast<const BinaryExpr&>(open);
+        rest = Rest::closeOperation;
         node = operation.right.get();
         write(" ", operation.op, " ");
         return true;
     }
-    if (open.rest == Rest::bracketAndIndex) {
-        open.rest = Rest::closeIndex;
-        node = static_cast<const IndexExpr&>(*open.node).index.get();
+    if (rest == Rest::bracketAndIndex) {
+        rest = Rest::closeIndex;
+        node = static_cast<const IndexExpr&>(open).index.get();
         write("[");
         return true;
     }
-    const OpenNode complete = open;
-    openNodes.pop_back();
-    writeRest(complete);
+    const Rest last = rest;
+    openNodes.pop();
+    writeRest(open, last);
     return false;
 }
 
 // (LEFT + RIGHT), the operator as it stands in the source
 // OBJECT[INDEX]
 // LEFT["NAME"]
-void CodeGeneratorCore::writeRest(const OpenNode& open) {
-    switch (open.rest) {
+void CodeGeneratorCore::writeRest(const Expr& node, Rest rest) {
+    switch (rest) {
     case Rest::closeOperation:
         return write(")");
     case Rest::closeIndex:
         return write("]");
     case Rest::broadcastAssignment:
-        return genBroadcastAssignment(static_cast<const BinaryExpr&>(*open.node));
+        return genBroadcastAssignment(static_cast<const BinaryExpr&>(node));
     case Rest::broadcastCall:
-        return genBroadcastCall(static_cast<const CallExpr&>(*open.node));
+        return genBroadcastCall(static_cast<const CallExpr&>(node));
     default:
-        return write("[\"", memberName(static_cast<const BinaryExpr&>(*open.node)), "\"]");
+        return write("[\"", memberName(static_cast<const BinaryExpr&>(node)), "\"]");
     }
 }
 

@@ -1,5 +1,7 @@
 #include "frontend/parser.h"
 
+#include "frontend/large_memory.h"
+
 #include <stdexcept>
 #include <string>
 
@@ -7,8 +9,11 @@ namespace Orvane {
 
 Parser::Parser(std::vector<Token> tokens_, Console& console_, PositionTable* positions_,
                Texts texts_, Recovery* recovery_)
-    : tokens(std::move(tokens_)), console(console_), positions(positions_), texts(texts_),
-      recovery(recovery_), ast(std::make_unique<AST>()) {
+    : tokens(std::move(tokens_)), nextMark(positions_  ? 0
+                                           : recovery_ ? noToken
+                                                       : releaseInterval),
+      console(console_), positions(positions_), texts(texts_), recovery(recovery_),
+      ast(std::make_unique<AST>()) {
     if (tokens.empty() || tokens.back().type != TokenType::EndOfInput) tokens.push_back(pastEnd);
 }
 
@@ -20,6 +25,22 @@ std::unique_ptr<AST> Parser::parse() {
     place(ast->ables, topLevel.ables);
     place(ast->typeNames, topLevel.typeNames);
     return std::move(ast);
+}
+
+void Parser::markOrRelease(const void* completed, std::size_t firstToken) {
+    if (positions)
+        positions->add(completed, rangeFrom(firstToken));
+    else
+        releaseReadTokens();
+}
+
+// The parser never goes back. So that the tokens and the tree of a large source need not both fit
+// at once, tokens far behind go back to the system.
+void Parser::releaseReadTokens() {
+    const std::size_t end = current - keptTokens;
+    giveBack(tokens.data() + released, (end - released) * sizeof(Token));
+    released = end;
+    nextMark = current + releaseInterval;
 }
 
 void Parser::failExpected(TokenType expected, std::string_view message) const {

@@ -155,14 +155,19 @@ private:
         return texts == Texts::viewed ? token.text() : arena().text(token.text());
     }
 
-    // ---- Positions: nothing happens without a table ----
+    // ---- Positions ----
+    // Without a table nobody asks for tokens that were read long ago, and their memory can serve
+    // the nodes.
     TokenRange rangeFrom(std::size_t firstToken) const { return {firstToken, current - 1}; }
     void mark(const void* completed, std::size_t firstToken) {
-        if (positions) positions->add(completed, rangeFrom(firstToken));
+        if (current >= nextMark) [[unlikely]]
+            markOrRelease(completed, firstToken);
     }
     void mark(Ranges& growing, std::size_t firstToken) const {
         if (positions) growing.push_back(rangeFrom(firstToken));
     }
+    void markOrRelease(const void* completed, std::size_t firstToken);
+    void releaseReadTokens();
     template <class Records>
     void place(const Records& records, const Ranges& ranges) {
         for (std::size_t index = 0; index < ranges.size(); ++index)
@@ -263,10 +268,14 @@ private:
     };
 
     static constexpr Token pastEnd{};
+    static constexpr std::size_t keptTokens = 256; // just read; a parse function may look at them
+    static constexpr std::size_t releaseInterval = std::size_t{1} << 17; // tokens, three megabytes
 
     std::vector<Token> tokens; // ends with an end token; without one behind the given ones, with
                                // one of line 0 and column 0
     std::size_t current = 0;   // index of the next unread token, from 0; never behind the end token
+    std::size_t released = 0;  // tokens whose memory is given back
+    std::size_t nextMark;      // mark() has nothing to do before this token
     Console& console;
     PositionTable* positions;
     Texts texts;

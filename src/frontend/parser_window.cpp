@@ -89,7 +89,7 @@ void Parser::parseEvent(Component& component) {
 // property = KEY "=" expression [ ";" ] ;  a key without "=" is dropped
 void Parser::parseProperty(List<Property>& properties, Ranges& ranges) {
     const std::size_t first = current;
-    const Token& key = advance();
+    const Token key = advance(); // a copy: the value may be long
     if (!match(TokenType::Assign)) return noteSkipped(first);
     uptr<Expr> value = parseExpression();
     match(TokenType::Semicolon);
