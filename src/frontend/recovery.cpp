@@ -112,6 +112,34 @@ bool atHandler(Tokens tokens, std::size_t at) {
            typeAt(tokens, at + 3) == TokenType::LeftBrace;
 }
 
+// TYPE NAME and further on in the line "{", without what ends something in between.
+bool atBrokenHead(Tokens tokens, std::size_t at) {
+    if (!beginsLine(tokens, at) || !resultTypes.has(typeAt(tokens, at)) ||
+        typeAt(tokens, at + 1) != TokenType::Identifier)
+        return false;
+    for (std::size_t next = at + 2; next < tokens.size() && !beginsLine(tokens, next); ++next) {
+        if (tokens[next].type == TokenType::LeftBrace) return next > at + 2;
+        if (tokens[next].type == TokenType::Semicolon || tokens[next].type == TokenType::Assign)
+            return false;
+    }
+    return false;
+}
+
+// A "}" in the middle of a line whose brackets are closed behind it.
+bool atStrayBrace(Tokens tokens, std::size_t at) {
+    if (typeAt(tokens, at) != TokenType::RightBrace || beginsLine(tokens, at)) return false;
+    const TokenType behind = typeAt(tokens, at + 1);
+    return (behind == TokenType::RightParen || behind == TokenType::RightBracket ||
+            behind == TokenType::Comma) &&
+           !beginsLine(tokens, at + 1);
+}
+
+// The cases of a "when" and what looks like them.
+bool opensCases(Tokens tokens, std::size_t brace) {
+    return typeAt(tokens, brace + 1) == TokenType::IsKeyword &&
+           typeAt(tokens, brace + 2) != TokenType::LeftParen;
+}
+
 // KIND KEYWORD "{"
 bool atKeywordControl(Tokens tokens, std::size_t at) {
     return typeAt(tokens, at) == TokenType::TypeKeyword && isKeyword(typeAt(tokens, at + 1)) &&
@@ -181,7 +209,9 @@ void Recovery::add(Tokens tokens, const SyntaxFailure& failure) {
 
 void Recovery::record(Tokens tokens, std::size_t at, TokenType expected, std::string_view message) {
     const OpenList& list = open.back();
-    const bool known = at < firstNewFailure || isRemainder(tokens, at) ||
+    const bool remains = at == firstNewFailure && at > 0 &&
+                         tokens[at].type == TokenType::Semicolon && !recorded.empty();
+    const bool known = at < firstNewFailure || remains || isRemainder(tokens, at) ||
                        (expected == TokenType::RightParen && supposedParen == list.construct);
     if (known) return;
     std::size_t opener = OpenBrackets(tokens, list.construct, at).innermost();
@@ -241,7 +271,8 @@ void Recovery::failed(Tokens tokens, std::size_t at, std::string_view message) {
 bool Recovery::supposes(Tokens tokens, std::size_t at, TokenType expected) {
     const TokenType found = tokens[at].type;
     const bool newLine = beginsLine(tokens, at);
-    const bool begins = statementWords.has(found) || endings.has(found);
+    const bool begins =
+        statementWords.has(found) || (endings.has(found) && !atStrayBrace(tokens, at));
     const std::size_t construct = open.back().construct;
     const bool newStatement = newLine && tokens[at].column <= indentationOf(tokens, construct);
     switch (expected) {
@@ -286,6 +317,12 @@ bool Recovery::endsListsAt(Tokens tokens, std::size_t at) {
 std::size_t Recovery::listsKeptAt(Tokens tokens, std::size_t at) const {
     const TokenType type = typeAt(tokens, at);
     const TokenType next = typeAt(tokens, at + 1);
+    const OpenList& list = open.back();
+    if (list.body == Body::statements && beginsLine(tokens, at) &&
+        (type == TokenType::ElseKeyword || type == TokenType::CatchKeyword)) {
+        const bool closes = tokens[at].column <= indentationOf(tokens, list.opener);
+        return closes && open.size() > 2 ? open.size() - 1 : noToken;
+    }
     if (type == TokenType::VorlaKeyword || type == TokenType::AbleKeyword)
         return next == TokenType::Identifier ? 1 : noToken;
     if (type == TokenType::ImportKeyword || type == TokenType::UsingKeyword ||
@@ -347,10 +384,12 @@ std::size_t Recovery::resumeStatement(Tokens tokens, std::size_t at) const {
             (brackets.empty() || type != TokenType::ForKeyword))
             return at + 1;
         if (token.type == TokenType::LeftBrace && opensBlock(tokens, at)) {
-            if (tokens[first].text() != "switch") return at;
+            if (tokens[first].text() != "switch" && !opensCases(tokens, at)) return at;
             const std::size_t closer = closerOf(tokens, at);
             return closer == noToken ? at : closer + 1;
         }
+        const bool stray = atStrayBrace(tokens, at) && !brackets.empty();
+        if (stray && !brackets.hasBrace()) continue;
         if (token.type == TokenType::RightBrace && !brackets.hasBrace()) return at;
         brackets.pass(at);
     }
@@ -364,6 +403,7 @@ std::size_t Recovery::resumeMember(Tokens tokens, std::size_t at) const {
                                 TokenType::TypenameKeyword};
     if (lines.has(tokens[first].type) && tokens[first].line == tokens[at].line)
         return nextLine(tokens, at);
+    if (tokens[first].type == TokenType::LeftBrace) return first + 1;
     if (at == first) ++at;
     at = std::min(at, tokens.size() - 1);
     const int indentation = indentationOf(tokens, first);
@@ -411,6 +451,10 @@ Recovery::Misplaced Recovery::misplacedAt(Tokens tokens, std::size_t at) {
     if (atNamedBody(tokens, at))
         return in == Body::component && plainNames.has(type) ? Misplaced::component
                                                              : Misplaced::tokens;
+    if (outside && atBrokenHead(tokens, at)) {
+        add(tokens, {at + 2, TokenType::LeftParen, "Expected '('", at, in, noToken});
+        return leaving() ? Misplaced::outer : Misplaced::head;
+    }
     if (outside && atVariable(tokens, at)) return Misplaced::tokens;
     if (type == TokenType::ColorLiteral && beginsLine(tokens, at)) return Misplaced::tokens;
     return Misplaced::nothing;

@@ -101,6 +101,7 @@ public:
         component,
         handler,
         event,  // NAME "{" ... "}" in a control
+        head,   // of a function, without its "("
         tokens, // up to endOfMisplaced()
         outer,  // a declaration of a list around this one, which is to end; recorded
     };
