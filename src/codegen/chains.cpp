@@ -75,28 +75,35 @@ bool CodeGeneratorCore::stepLeft(const Expr*& node) {
         return true;
     }
     if (const auto* index = nodeCast<IndexExpr>(node)) {
-        openNodes.push_back({node, Rest::bracketAndIndex});
+        openNode(node, Rest::bracketAndIndex);
         node = index->object.get();
         return true;
     }
     const auto* call = nodeCast<CallExpr>(node);
     const BinaryExpr* all = call ? calledAll(*call) : nullptr;
     if (!all) return false;
+    openNode(node, Rest::broadcastCall);
     write(broadcastFront);
-    openNodes.push_back({node, Rest::broadcastCall});
     node = all->left.get();
     return true;
+}
+
+// In front of everything that is written for the node.
+void CodeGeneratorCore::openNode(const Expr* node, Rest rest) {
+    if (observer) [[unlikely]]
+        noteBegin(node, out);
+    openNodes.push_back({node, rest});
 }
 
 // Returns the left operand, or null when the text is complete already.
 const Expr* CodeGeneratorCore::openBinary(const BinaryExpr& binary) {
     if (binary.op == ".") return openMember(binary);
     if (const BinaryExpr* all = assignedAll(binary)) {
-        openNodes.push_back({&binary, Rest::broadcastAssignment});
+        openNode(&binary, Rest::broadcastAssignment);
         write(broadcastFront);
         return all->left.get();
     }
-    openNodes.push_back({&binary, Rest::operatorAndRight});
+    openNode(&binary, Rest::operatorAndRight);
     write("(");
     return binary.left.get();
 }
@@ -105,7 +112,7 @@ const Expr* CodeGeneratorCore::openBinary(const BinaryExpr& binary) {
 // the loop has come.
 const Expr* CodeGeneratorCore::openMember(const BinaryExpr& access) {
     if (memberName(access) != "all") {
-        openNodes.push_back({&access, Rest::memberName});
+        openNode(&access, Rest::memberName);
         return access.left.get();
     }
     const auto* collection = nodeCast<IdentifierExpr>(access.left);
@@ -135,6 +142,8 @@ bool CodeGeneratorCore::stepRight(const Expr*& node) {
     const OpenNode complete = open;
     openNodes.pop_back();
     writeRest(complete);
+    if (observer) [[unlikely]]
+        noteEnd(out);
     return false;
 }
 

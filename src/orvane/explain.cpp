@@ -1,0 +1,84 @@
+// The command explain.
+
+#include "orvane/commands.h"
+
+#include "check/message.h"
+#include "orvane/embedded.h"
+#include "orvane/nearest_name.h"
+
+#include <algorithm>
+
+namespace Orvane {
+
+namespace {
+
+const EmbeddedText* findPage(std::string_view id) {
+    for (const EmbeddedText& page : messagePages())
+        if (page.name == id) return &page;
+    return nullptr;
+}
+
+// Headings without their marks, samples indented, everything else as it stands.
+std::string formatPage(std::string_view page, const Output& out) {
+    std::string text;
+    bool isSample = false;
+    while (!page.empty()) {
+        const std::size_t end = std::min(page.find('\n'), page.size());
+        const std::string_view line = page.substr(0, end);
+        page.remove_prefix(std::min(end + 1, page.size()));
+        if (line.starts_with("```")) {
+            isSample = !isSample;
+        } else if (isSample) {
+            text.append(line.empty() ? "" : "    ").append(line).append("\n");
+        } else if (line.starts_with('#')) {
+            text += out.paint(Paint::heading, line.substr(line.find_first_not_of("# "))) + "\n";
+        } else {
+            text.append(line).append("\n");
+        }
+    }
+    return text;
+}
+
+void listMessages(Output& out) {
+    std::size_t width = 0;
+    for (const Message& message : messages) width = std::max(width, message.id.size());
+    std::vector<const Message*> sorted;
+    for (const Message& message : messages) sorted.push_back(&message);
+    std::sort(sorted.begin(), sorted.end(),
+              [](const Message* first, const Message* second) { return first->id < second->id; });
+    std::string text;
+    for (const Message* message : sorted) {
+        const bool isError = message->severity == Severity::error;
+        text.append(message->id).append(width - message->id.size() + 2, ' ');
+        text += out.paint(isError ? Paint::error : Paint::warning, isError ? "error  " : "warning");
+        text.append("  ").append(message->text).append("\n");
+    }
+    out.write(text);
+}
+
+int refuseId(const std::string& id, Output& err) {
+    std::vector<std::string_view> ids;
+    for (const Message& message : messages) ids.push_back(message.id);
+    const std::string_view nearest = nearestName(id, ids);
+    err.write("orvane: no message has the id '" + id + "'\n");
+    if (!nearest.empty()) err.write("Did you mean '" + std::string(nearest) + "'?\n");
+    err.write("All messages: orvane explain\n");
+    return wrongUse;
+}
+
+} // namespace
+
+int runExplain(const CommandRequest& request, Output& out, Output& err) {
+    if (request.names.empty()) listMessages(out);
+    bool isFirst = true;
+    for (const std::string& id : request.names) {
+        if (!findMessage(id)) return refuseId(id, err);
+        const EmbeddedText* page = findPage(id);
+        if (!isFirst) out.write("\n");
+        out.write(page ? formatPage(page->text, out) : id + "\n");
+        isFirst = false;
+    }
+    return allIsWell;
+}
+
+} // namespace Orvane
