@@ -39,6 +39,17 @@ std::string formatPage(std::string_view page, const Output& out) {
     return text;
 }
 
+// The gaps of a message as dots.
+std::string withoutGaps(std::string_view pattern) {
+    std::string text;
+    for (std::size_t at = 0; at < pattern.size(); ++at) {
+        const bool isGap = pattern[at] == '{' && at + 2 < pattern.size() && pattern[at + 2] == '}';
+        text += isGap ? "..." : std::string(1, pattern[at]);
+        if (isGap) at += 2;
+    }
+    return text;
+}
+
 void listMessages(Output& out) {
     std::size_t width = 0;
     for (const Message& message : messages) width = std::max(width, message.id.size());
@@ -51,7 +62,7 @@ void listMessages(Output& out) {
         const bool isError = message->severity == Severity::error;
         text.append(message->id).append(width - message->id.size() + 2, ' ');
         text += out.paint(isError ? Paint::error : Paint::warning, isError ? "error  " : "warning");
-        text.append("  ").append(message->text).append("\n");
+        text.append("  ").append(withoutGaps(message->text)).append("\n");
     }
     out.write(text);
 }

@@ -30,10 +30,14 @@ const FunctionEntry* ProgramLibraries::findEntry(const void* node) const {
     return nullptr;
 }
 
+// In messages the path is the one from the working directory, where the file lies below it.
 const SourceText& ProgramLibraries::textOf(const std::string& path) {
     const auto known = texts.find(path);
     if (known != texts.end()) return known->second;
-    return texts.try_emplace(path, path, OrlibBootloader::readFile(path)).first->second;
+    const fs::path near = pathOf(path).lexically_relative(workingDirectory());
+    const bool isBelow = !near.empty() && *near.begin() != "..";
+    std::string shown = isBelow ? Orvane::textOf(near) : path;
+    return texts.try_emplace(path, std::move(shown), OrlibBootloader::readFile(path)).first->second;
 }
 
 // A body stands in its file as it stands in the table. Two functions may have the same one: the
