@@ -1,8 +1,8 @@
 #include "orvane/command_line.h"
 
+#include "check/nearest_name.h"
 #include "driver/options.h"
 #include "orvane/embedded.h"
-#include "orvane/nearest_name.h"
 
 #include <algorithm>
 

@@ -3,8 +3,8 @@
 #include "orvane/commands.h"
 
 #include "check/message.h"
+#include "check/nearest_name.h"
 #include "orvane/embedded.h"
-#include "orvane/nearest_name.h"
 
 #include <algorithm>
 
