@@ -67,6 +67,13 @@ void CodeGeneratorCore::genChain(const Expr* expr) {
     }
 }
 
+// In front of everything that is written for the node.
+[[gnu::always_inline]] inline void CodeGeneratorCore::openNode(const Expr* node, Rest rest) {
+    if (observer) [[unlikely]]
+        noteBegin(node, out);
+    openNodes.push_back({node, rest});
+}
+
 // Writes the front of a chain node and moves on to its left operand; false, with nothing written,
 // for a node of another kind.
 bool CodeGeneratorCore::stepLeft(const Expr*& node) {
@@ -86,13 +93,6 @@ bool CodeGeneratorCore::stepLeft(const Expr*& node) {
     write(broadcastFront);
     node = all->left.get();
     return true;
-}
-
-// In front of everything that is written for the node.
-void CodeGeneratorCore::openNode(const Expr* node, Rest rest) {
-    if (observer) [[unlikely]]
-        noteBegin(node, out);
-    openNodes.push_back({node, rest});
 }
 
 // Returns the left operand, or null when the text is complete already.

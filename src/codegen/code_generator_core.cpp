@@ -65,35 +65,10 @@ void CodeGeneratorCore::exchangeTexts() {
     areTextsExchanged = !areTextsExchanged;
 }
 
-void CodeGeneratorCore::generateObserved(const Expr* expr) {
-    noteBegin(expr, out);
-    genExpr(expr);
-    noteEnd(out);
-}
-
-void CodeGeneratorCore::generateObserved(const Stmt* stmt) {
-    noteBegin(stmt, out);
-    genStmt(stmt);
-    noteEnd(out);
-}
-
 // ---- Dispatch ----
 
-void CodeGeneratorCore::generateExpr(const Expr* expr) {
-    if (!expr) return;
-    if (observer) [[unlikely]]
-        return generateObserved(expr);
-    genExpr(expr);
-}
-
-void CodeGeneratorCore::generateStmt(const Stmt* stmt) {
-    if (!stmt) return;
-    if (observer) [[unlikely]]
-        return generateObserved(stmt);
-    genStmt(stmt);
-}
-
-void CodeGeneratorCore::genExpr(const Expr* expr) {
+// Inside both callers: a call between them would cost every node of every program.
+[[gnu::always_inline]] inline void CodeGeneratorCore::genExpr(const Expr* expr) {
     if (const auto* literal = nodeCast<LiteralExpr>(expr)) return genLiteral(*literal);
     if (const auto* identifier = nodeCast<IdentifierExpr>(expr)) return genIdentifier(*identifier);
     if (const auto* binary = nodeCast<BinaryExpr>(expr)) return genBinary(*binary);
@@ -111,7 +86,7 @@ void CodeGeneratorCore::genExpr(const Expr* expr) {
     write("/* unknown expr */");
 }
 
-void CodeGeneratorCore::genStmt(const Stmt* stmt) {
+[[gnu::always_inline]] inline void CodeGeneratorCore::genStmt(const Stmt* stmt) {
     if (const auto* declaration = nodeCast<VarDeclStmt>(stmt)) return genVarDecl(*declaration);
     if (const auto* expression = nodeCast<ExprStmt>(stmt)) return genExprStmt(*expression);
     if (const auto* branch = nodeCast<IfStmt>(stmt)) return genIf(*branch);
@@ -125,6 +100,32 @@ void CodeGeneratorCore::genStmt(const Stmt* stmt) {
     if (const auto* check = nodeCast<ExpectStmt>(stmt)) return genExpect(*check);
     if (const auto* choice = nodeCast<WhenStmt>(stmt)) return genWhen(*choice);
     addLine("/* unknown stmt */");
+}
+
+void CodeGeneratorCore::generateExpr(const Expr* expr) {
+    if (!expr) return;
+    if (observer) [[unlikely]]
+        return generateObserved(expr);
+    genExpr(expr);
+}
+
+void CodeGeneratorCore::generateStmt(const Stmt* stmt) {
+    if (!stmt) return;
+    if (observer) [[unlikely]]
+        return generateObserved(stmt);
+    genStmt(stmt);
+}
+
+void CodeGeneratorCore::generateObserved(const Expr* expr) {
+    noteBegin(expr, out);
+    genExpr(expr);
+    noteEnd(out);
+}
+
+void CodeGeneratorCore::generateObserved(const Stmt* stmt) {
+    noteBegin(stmt, out);
+    genStmt(stmt);
+    noteEnd(out);
 }
 
 } // namespace Orvane
