@@ -71,7 +71,7 @@ void CodeGeneratorCore::genChain(const Expr* expr) {
 [[gnu::always_inline]] inline void CodeGeneratorCore::openNode(const Expr* node, Rest rest) {
     if (observer) [[unlikely]]
         noteBegin(node, out);
-    openNodes.push_back({node, rest});
+    openNodes.push(node, rest);
 }
 
 // Writes the front of a chain node and moves on to its left operand; false, with nothing written,
@@ -125,23 +125,24 @@ const Expr* CodeGeneratorCore::openMember(const BinaryExpr& access) {
 // Goes on behind the operand that has just been written. True when the innermost open node has
 // another one, to which it moves; otherwise the node is closed.
 bool CodeGeneratorCore::stepRight(const Expr*& node) {
-    OpenNode& open = openNodes.back();
-    if (open.rest == Rest::operatorAndRight) {
-        const auto& operation = static_cast<const BinaryExpr&>(*open.node);
-        open.rest = Rest::closeOperation;
+    const Expr& open = *openNodes.nodes.back();
+    Rest& rest = openNodes.rests.back();
+    if (rest == Rest::operatorAndRight) {
+        const auto& operation = static_cast<const BinaryExpr&>(open);
+        rest = Rest::closeOperation;
         node = operation.right.get();
         write(" ", operation.op, " ");
         return true;
     }
-    if (open.rest == Rest::bracketAndIndex) {
-        open.rest = Rest::closeIndex;
-        node = static_cast<const IndexExpr&>(*open.node).index.get();
+    if (rest == Rest::bracketAndIndex) {
+        rest = Rest::closeIndex;
+        node = static_cast<const IndexExpr&>(open).index.get();
         write("[");
         return true;
     }
-    const OpenNode complete = open;
-    openNodes.pop_back();
-    writeRest(complete);
+    const Rest last = rest;
+    openNodes.pop();
+    writeRest(open, last);
     if (observer) [[unlikely]]
         noteEnd(out);
     return false;
@@ -150,18 +151,18 @@ bool CodeGeneratorCore::stepRight(const Expr*& node) {
 // (LEFT + RIGHT), the operator as it stands in the source
 // OBJECT[INDEX]
 // LEFT["NAME"]
-void CodeGeneratorCore::writeRest(const OpenNode& open) {
-    switch (open.rest) {
+void CodeGeneratorCore::writeRest(const Expr& node, Rest rest) {
+    switch (rest) {
     case Rest::closeOperation:
         return write(")");
     case Rest::closeIndex:
         return write("]");
     case Rest::broadcastAssignment:
-        return genBroadcastAssignment(static_cast<const BinaryExpr&>(*open.node));
+        return genBroadcastAssignment(static_cast<const BinaryExpr&>(node));
     case Rest::broadcastCall:
-        return genBroadcastCall(static_cast<const CallExpr&>(*open.node));
+        return genBroadcastCall(static_cast<const CallExpr&>(node));
     default:
-        return write("[\"", memberName(static_cast<const BinaryExpr&>(*open.node)), "\"]");
+        return write("[\"", memberName(static_cast<const BinaryExpr&>(node)), "\"]");
     }
 }
 

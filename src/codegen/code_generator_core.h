@@ -204,10 +204,21 @@ private:
         broadcastAssignment,
         broadcastCall,
     };
-    // A node whose front and first operand, or both, are written.
-    struct OpenNode {
-        const Expr* node;
-        Rest rest;
+    // Nodes whose front and first operand, or both, are written, outermost first. A chain of a
+    // million operators stands here whole; apart, node and rest take nine bytes instead of sixteen.
+    struct OpenNodes {
+        std::vector<const Expr*> nodes;
+        std::vector<Rest> rests; // one per node
+
+        std::size_t size() const { return nodes.size(); }
+        void push(const Expr* node, Rest rest) {
+            nodes.push_back(node);
+            rests.push_back(rest);
+        }
+        void pop() {
+            nodes.pop_back();
+            rests.pop_back();
+        }
     };
     void genChain(const Expr* expr);
     bool stepLeft(const Expr*& node);
@@ -215,7 +226,7 @@ private:
     const Expr* openBinary(const BinaryExpr& binary);
     const Expr* openMember(const BinaryExpr& access);
     bool stepRight(const Expr*& node);
-    void writeRest(const OpenNode& open);
+    void writeRest(const Expr& node, Rest rest);
     void genBroadcastAssignment(const BinaryExpr& binary);
     void genBroadcastCall(const CallExpr& call);
     void genMemberCall(const CallExpr& call);
@@ -232,7 +243,7 @@ private:
 
     GenerationObserver* observer = nullptr;
     bool areTextsExchanged = false;
-    std::vector<OpenNode> openNodes; // the chains that are being written, outermost first
+    OpenNodes openNodes; // the chains that are being written
 };
 
 // Raises the indentation level for the lifetime of a scope.
