@@ -32,6 +32,7 @@ add_group() {
             need g++ has_command g++
             need cmake has_command cmake
             need ninja-build has_command ninja
+            need nlohmann-json3-dev has_file /usr/include/nlohmann/json.hpp
             ;;
         windows)
             need g++-mingw-w64-x86-64-posix has_command x86_64-w64-mingw32-g++-posix
