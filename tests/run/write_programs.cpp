@@ -6,6 +6,10 @@
 //     write_programs some FOLDER ORLIB LIBRARY...  import.hpp with the functions of those libraries
 //     write_programs these FOLDER ORLIB NAME...    import.hpp with the functions of these names
 //     write_programs single FOLDER ORLIB           NAME/import.hpp for every function alone
+//     write_programs sweep FOLDER ORLIB            import.hpp with every library function, and
+//     calls.h
+//                                                  with a row {NAME, PARAMETERS, CALL} for each
+//                                                  form
 //
 // A library function is called with dynamic values, alone and by "every" also with each kind of C++
 // operand that a script can give it; a parameter that is changed for the caller always gets a
@@ -92,6 +96,34 @@ void writeSingles(const std::filesystem::path& folder, const ReplacementTable& t
             writeProgram(folder / name, sourceOf(callsOf(name, entries, allArguments)), table);
 }
 
+// The n-th argument of a row of calls.h, from the list of values that the call gets.
+std::string swept(const std::string& type, std::size_t n) {
+    const std::string argument = "a[" + std::to_string(n) + "]";
+    if (type == "const char*") return argument + ".stringVal.c_str()";
+    if (type == "int") return argument + ".asInt()";
+    if (type == "double") return argument + ".asFloat()";
+    return argument;
+}
+
+std::string sweptCall(const FunctionEntry& entry) {
+    std::string arguments;
+    for (std::size_t i = 0; i < entry.paramTypes.size(); ++i)
+        arguments += (i > 0 ? ", " : "") + swept(entry.paramTypes[i], i);
+    return "{\"" + entry.name + "\", " + std::to_string(entry.paramTypes.size()) +
+           ", [](std::vector<Value>& a) { static_cast<void>(a); static_cast<void>(" + entry.name +
+           "(" + arguments + ")); }},\n";
+}
+
+void writeSweep(const std::filesystem::path& folder, const ReplacementTable& table) {
+    writeAll(folder, table);
+    std::ofstream calls(folder / "calls.h");
+    for (const auto& [name, entries] : table.entries())
+        if (!isHelper(name))
+            for (const FunctionEntry& entry : entries) calls << sweptCall(entry);
+    calls.close();
+    if (!calls) throw std::runtime_error("cannot write " + (folder / "calls.h").string());
+}
+
 void run(const std::vector<std::string>& words) {
     if (words.size() == 2 && words[0] == "value") {
         // Called by a handler, so that the header holds no function of the script: the test
@@ -100,7 +132,8 @@ void run(const std::vector<std::string>& words) {
                             ReplacementTable());
     }
     if (words.size() < 3)
-        throw std::runtime_error("usage: value|all|every|some|single FOLDER [ORLIB [LIBRARY...]]");
+        throw std::runtime_error(
+            "usage: value|all|every|some|these|single|sweep FOLDER [ORLIB [LIBRARY...]]");
     RecordingConsole console;
     if (words[0] == "some") {
         std::vector<std::string> files;
@@ -115,6 +148,7 @@ void run(const std::vector<std::string>& words) {
     if (words[0] == "all") return writeAll(words[1], table);
     if (words[0] == "every") return writeAll(words[1], table, allArguments);
     if (words[0] == "single") return writeSingles(words[1], table);
+    if (words[0] == "sweep") return writeSweep(words[1], table);
     throw std::runtime_error("unknown kind of program: " + words[0]);
 }
 
