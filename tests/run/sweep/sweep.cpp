@@ -174,6 +174,7 @@ static void sweepRow(const Row& row, bool all) {
     static const std::vector<Hostile> living = controls();
     if (row.parameters == 0) return makeCall(row, {}, "nothing");
     callWithSame(row, values);
+    if (isListed(calledLess, row.name) && !all) return;
     if (row.parameters > 1) callWithMixed(row, values);
     if (row.parameters > 1 && all) callWithPairs(row, values, values);
     if (isListed(notOnControls, row.name)) return;
