@@ -12,7 +12,7 @@ ifneq ($(shell command -v ccache),)
 export CMAKE_CXX_COMPILER_LAUNCHER := ccache
 endif
 
-.PHONY: help demo test test-long test-install packages windows-toolchain golden-update bench screenshots format clean
+.PHONY: help demo test test-long fuzz test-install packages windows-toolchain golden-update bench screenshots format clean
 
 # The C++ compiler of the Windows package: a folder or an archive. A prebuilt archive beside the
 # checkout is taken when there is one; otherwise it is built (see packaging/windows-toolchain).
@@ -23,6 +23,7 @@ help:
 	@echo "make demo           build the compiler, compile an example and start it under Wine"
 	@echo "make test           all tests: development build, sanitizers, Windows executables"
 	@echo "make test-long      what make test leaves out: each function and golden program compiled"
+	@echo "make fuzz           each fuzzing target for MINUTES (30) minutes, and a table of the runs"
 	@echo "make packages       the archives for Windows and Linux, in build/packages"
 	@echo "make test-install   test those archives, the Windows one under Wine with all window tests"
 	@echo "make windows-toolchain  build the C++ compiler of the Windows archive (a quarter of an hour)"
@@ -37,7 +38,7 @@ demo:
 	@tests/support/demo.sh $(EXAMPLE)
 
 test:
-	@$(SETUP) build windows tests screen
+	@$(SETUP) build windows tests screen fuzz
 	@JOBS=$(JOBS) tests/support/run-tests.sh
 
 packages:
@@ -61,6 +62,11 @@ test-long:
 	@cmake --build --preset dev -j$(JOBS) | tail -n 1
 	@ctest --preset dev -j$(JOBS) --no-tests=error -L '_all$$|_long$$|^screen$$' \
 		-LE '^install_long$$' < /dev/null
+
+MINUTES ?= 30
+fuzz:
+	@$(SETUP) build fuzz
+	@JOBS=$(JOBS) tests/fuzz/run-long.sh $(MINUTES) $(TARGETS)
 
 golden-update:
 	@$(SETUP) build windows tests

@@ -43,6 +43,7 @@ add_group() {
             need diffutils has_command diff
             need python3 has_command python3
             ;;
+        fuzz) need clang has_command clang++ ;;
         packages) need python3 has_command python3 ;;
         toolchain)
             need build-essential has_command dpkg-buildpackage

@@ -3,8 +3,8 @@
 // Writes the translations of the sensible generated programs of COUNT seeds from FIRST on:
 // SEED/main.cpp and SEED/import.hpp, with the source beside them as SEED/source.vorla.
 #include "libraries/orlib_bootloader.h"
+#include "run/translation.h"
 #include "support/program_generator.h"
-#include "translation.h"
 
 #include "frontend/lexer.h"
 #include "frontend/parser.h"
