@@ -145,6 +145,9 @@ private:
     [[noreturn]] void giveUp(std::string_view message) const;
     void resumeBehind(std::size_t first);
     void dropBody(std::size_t first);
+    bool isScript(std::size_t first) const {
+        return first + 2 < tokens.size() && tokens[first + 2].type == TokenType::ScriptKeyword;
+    }
     void noteSkipped(std::size_t first);
     void dropMisplaced(Recovery::Misplaced kind, std::size_t first);
     StmtList parseStatementsRecovering();
@@ -239,6 +242,7 @@ private:
     List<Parameter> parseParameters();
     Parameter parseParameter();
     void parseScript(AST& program);
+    void parseScriptBody(AST& program, Script& script);
     void parseScriptMember(AST& program, Script& script);
     uptr<EventHandler> parseEventHandler();
 

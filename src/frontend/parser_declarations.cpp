@@ -169,12 +169,17 @@ void Parser::parseScript(AST& program) {
     consume(TokenType::LeftBrace, "Expected '{'");
     if (!program.script) program.script = arena().make<Script>(arena());
     Script& script = *program.script;
-    const InList list(*this, Body::script);
-    while (!atClose() && !isAtEnd()) element([&] { parseScriptMember(program, script); });
-    consume(TokenType::RightBrace, "Expected '}'");
+    parseScriptBody(program, script);
     if (!positions) return;
     const auto earlier = positions->find(&script);
     mark(&script, earlier ? earlier->first : nameToken);
+}
+
+// { handler | class | function } "}" ;
+void Parser::parseScriptBody(AST& program, Script& script) {
+    const InList list(*this, Body::script);
+    while (!atClose() && !isAtEnd()) element([&] { parseScriptMember(program, script); });
+    consume(TokenType::RightBrace, "Expected '}'");
 }
 
 // handler | class | function ;

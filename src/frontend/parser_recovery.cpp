@@ -48,6 +48,8 @@ void Parser::dropBody(std::size_t first) {
         parseClassBody(*arena().make<ClassDef>(arena()));
     else if (kind == TokenType::VorlaKeyword)
         parseWindowBody(*arena().make<Vorla>(arena()));
+    else if (body == Body::topLevel && isScript(first))
+        parseScriptBody(*ast, *arena().make<Script>(arena()));
     else if (body == Body::window && !event)
         parseComponentBody(*arena().make<Component>(arena()));
     else
@@ -79,13 +81,25 @@ void Parser::dropMisplaced(Recovery::Misplaced kind, std::size_t first) {
     std::size_t last = first;
     if (kind == Recovery::Misplaced::tokens) last = Recovery::endOfMisplaced(tokens, first);
     if (kind == Recovery::Misplaced::component) last = first + 1;
-    recovery->skip(first, last);
+    const bool refused =
+        kind == Recovery::Misplaced::head ||
+        (kind == Recovery::Misplaced::component && recovery->body() == Body::window);
+    if (!refused) recovery->skip(first, last);
     if (kind == Recovery::Misplaced::tokens) {
         current = last + 1;
     } else if (kind == Recovery::Misplaced::statement) {
         parseStatement();
     } else if (kind == Recovery::Misplaced::component) {
-        parseComponent();
+        advance(), advance();
+        if (match(TokenType::LeftBrace)) parseComponentBody(*arena().make<Component>(arena()));
+    } else if (kind == Recovery::Misplaced::handler) {
+        parseEventHandler();
+    } else if (kind == Recovery::Misplaced::head) {
+        while (!match(TokenType::LeftBrace)) advance();
+        parseStatementsRecovering();
+    } else if (kind == Recovery::Misplaced::event) {
+        advance();
+        parseBlock();
     } else {
         if (peekNext().type != TokenType::LeftParen) advance();
         advance();

@@ -103,6 +103,49 @@ bool atScript(Tokens tokens, std::size_t at) {
            typeAt(tokens, at + 3) == TokenType::LeftBrace;
 }
 
+// [ "on" ] NAME "." NAME "{"
+bool atHandler(Tokens tokens, std::size_t at) {
+    if (typeAt(tokens, at) == TokenType::OnKeyword) ++at;
+    return typeAt(tokens, at) == TokenType::Identifier &&
+           typeAt(tokens, at + 1) == TokenType::Dot &&
+           typeAt(tokens, at + 2) == TokenType::Identifier &&
+           typeAt(tokens, at + 3) == TokenType::LeftBrace;
+}
+
+// TYPE NAME and further on in the line "{", without what ends something in between.
+bool atBrokenHead(Tokens tokens, std::size_t at) {
+    if (!beginsLine(tokens, at) || !resultTypes.has(typeAt(tokens, at)) ||
+        typeAt(tokens, at + 1) != TokenType::Identifier)
+        return false;
+    for (std::size_t next = at + 2; next < tokens.size() && !beginsLine(tokens, next); ++next) {
+        if (tokens[next].type == TokenType::LeftBrace) return next > at + 2;
+        if (tokens[next].type == TokenType::Semicolon || tokens[next].type == TokenType::Assign)
+            return false;
+    }
+    return false;
+}
+
+// A "}" in the middle of a line whose brackets are closed behind it.
+bool atStrayBrace(Tokens tokens, std::size_t at) {
+    if (typeAt(tokens, at) != TokenType::RightBrace || beginsLine(tokens, at)) return false;
+    const TokenType behind = typeAt(tokens, at + 1);
+    return (behind == TokenType::RightParen || behind == TokenType::RightBracket ||
+            behind == TokenType::Comma) &&
+           !beginsLine(tokens, at + 1);
+}
+
+// The cases of a "when" and what looks like them.
+bool opensCases(Tokens tokens, std::size_t brace) {
+    return typeAt(tokens, brace + 1) == TokenType::IsKeyword &&
+           typeAt(tokens, brace + 2) != TokenType::LeftParen;
+}
+
+// KIND KEYWORD "{"
+bool atKeywordControl(Tokens tokens, std::size_t at) {
+    return typeAt(tokens, at) == TokenType::TypeKeyword && isKeyword(typeAt(tokens, at + 1)) &&
+           typeAt(tokens, at + 2) == TokenType::LeftBrace;
+}
+
 // TYPE NAME and what follows a variable's name.
 bool atVariable(Tokens tokens, std::size_t at) {
     const TokenType behind = typeAt(tokens, at + 2);
@@ -119,6 +162,17 @@ bool namedByKeyword(Tokens tokens, std::size_t at) {
     const TokenType before = at > 0 ? tokens[at - 1].type : TokenType::EndOfInput;
     const bool called = behind == TokenType::LeftParen || behind == TokenType::Dot;
     return called && (before == TokenType::Dot || resultTypes.has(before));
+}
+
+// "end if" and the like.
+bool endsForeignBlock(Tokens tokens, std::size_t at) {
+    return tokens[at].text() == "end" || tokens[at].text() == "End";
+}
+
+std::size_t nextLine(Tokens tokens, std::size_t at) {
+    do ++at;
+    while (typeAt(tokens, at) != TokenType::EndOfInput && !beginsLine(tokens, at));
+    return std::min(at, tokens.size() - 1);
 }
 
 // Whether the brace opens a list of statements, and no list of values or fields.
@@ -155,7 +209,9 @@ void Recovery::add(Tokens tokens, const SyntaxFailure& failure) {
 
 void Recovery::record(Tokens tokens, std::size_t at, TokenType expected, std::string_view message) {
     const OpenList& list = open.back();
-    const bool known = at < firstNewFailure || isRemainder(tokens, at) ||
+    const bool remains = at == firstNewFailure && at > 0 &&
+                         tokens[at].type == TokenType::Semicolon && !recorded.empty();
+    const bool known = at < firstNewFailure || remains || isRemainder(tokens, at) ||
                        (expected == TokenType::RightParen && supposedParen == list.construct);
     if (known) return;
     std::size_t opener = OpenBrackets(tokens, list.construct, at).innermost();
@@ -215,11 +271,13 @@ void Recovery::failed(Tokens tokens, std::size_t at, std::string_view message) {
 bool Recovery::supposes(Tokens tokens, std::size_t at, TokenType expected) {
     const TokenType found = tokens[at].type;
     const bool newLine = beginsLine(tokens, at);
-    const bool begins = statementWords.has(found) || endings.has(found);
+    const bool begins =
+        statementWords.has(found) || (endings.has(found) && !atStrayBrace(tokens, at));
     const std::size_t construct = open.back().construct;
     const bool newStatement = newLine && tokens[at].column <= indentationOf(tokens, construct);
     switch (expected) {
     case TokenType::Semicolon:
+        if (!newLine && endsForeignBlock(tokens, construct)) return false;
         return begins || found == TokenType::ElseKeyword || (newLine && isWord(found));
     case TokenType::RightParen:
     case TokenType::RightBracket:
@@ -229,7 +287,9 @@ bool Recovery::supposes(Tokens tokens, std::size_t at, TokenType expected) {
     case TokenType::LeftBrace:
         return newLine && !newStatement && isWord(found);
     case TokenType::LeftParen:
-        if (at == 0 || !statementWords.has(tokens[at - 1].type)) return false;
+        if (at == 0 || !statementWords.has(tokens[at - 1].type) ||
+            tokens[at - 1].type == TokenType::ForKeyword)
+            return false;
         supposedParen = construct;
         return true;
     default:
@@ -257,6 +317,12 @@ bool Recovery::endsListsAt(Tokens tokens, std::size_t at) {
 std::size_t Recovery::listsKeptAt(Tokens tokens, std::size_t at) const {
     const TokenType type = typeAt(tokens, at);
     const TokenType next = typeAt(tokens, at + 1);
+    const OpenList& list = open.back();
+    if (list.body == Body::statements && beginsLine(tokens, at) &&
+        (type == TokenType::ElseKeyword || type == TokenType::CatchKeyword)) {
+        const bool closes = tokens[at].column <= indentationOf(tokens, list.opener);
+        return closes && open.size() > 2 ? open.size() - 1 : noToken;
+    }
     if (type == TokenType::VorlaKeyword || type == TokenType::AbleKeyword)
         return next == TokenType::Identifier ? 1 : noToken;
     if (type == TokenType::ImportKeyword || type == TokenType::UsingKeyword ||
@@ -299,6 +365,7 @@ std::size_t Recovery::resumeStatement(Tokens tokens, std::size_t at) const {
     const TokenType type = tokens[first].type;
     if (at == first && (type == TokenType::ElseKeyword || type == TokenType::CatchKeyword))
         return first + 1;
+    if (endsForeignBlock(tokens, first)) return nextLine(tokens, first);
     // A word that the language does not know in front of a block.
     if (type == TokenType::Identifier && typeAt(tokens, first + 1) == TokenType::LeftBrace &&
         opensBlock(tokens, first + 1))
@@ -317,10 +384,12 @@ std::size_t Recovery::resumeStatement(Tokens tokens, std::size_t at) const {
             (brackets.empty() || type != TokenType::ForKeyword))
             return at + 1;
         if (token.type == TokenType::LeftBrace && opensBlock(tokens, at)) {
-            if (tokens[first].text() != "switch") return at;
+            if (tokens[first].text() != "switch" && !opensCases(tokens, at)) return at;
             const std::size_t closer = closerOf(tokens, at);
             return closer == noToken ? at : closer + 1;
         }
+        const bool stray = atStrayBrace(tokens, at) && !brackets.empty();
+        if (stray && !brackets.hasBrace()) continue;
         if (token.type == TokenType::RightBrace && !brackets.hasBrace()) return at;
         brackets.pass(at);
     }
@@ -330,6 +399,11 @@ std::size_t Recovery::resumeStatement(Tokens tokens, std::size_t at) const {
 // Behind the ";" of the member or declaration that failed, at its body, or at the next one.
 std::size_t Recovery::resumeMember(Tokens tokens, std::size_t at) const {
     const std::size_t first = open.back().construct;
+    constexpr TokenSet lines = {TokenType::ImportKeyword, TokenType::UsingKeyword,
+                                TokenType::TypenameKeyword};
+    if (lines.has(tokens[first].type) && tokens[first].line == tokens[at].line)
+        return nextLine(tokens, at);
+    if (tokens[first].type == TokenType::LeftBrace) return first + 1;
     if (at == first) ++at;
     at = std::min(at, tokens.size() - 1);
     const int indentation = indentationOf(tokens, first);
@@ -362,12 +436,25 @@ Recovery::Misplaced Recovery::misplacedAt(Tokens tokens, std::size_t at) {
     if (endsListsAt(tokens, at)) return Misplaced::outer;
     const Body in = body();
     const TokenType type = tokens[at].type;
+    const bool outside = in == Body::topLevel || in == Body::script;
     if (statementWords.has(type)) return Misplaced::statement;
-    if (atFunctionHeader(tokens, at)) return Misplaced::function;
+    if (type != TokenType::TypeKeyword && atFunctionHeader(tokens, at)) return Misplaced::function;
+    if (in == Body::topLevel && atHandler(tokens, at)) return Misplaced::handler;
+    if (type == TokenType::OnKeyword) return Misplaced::nothing;
+    if (in == Body::window && atKeywordControl(tokens, at)) {
+        add(tokens, {at + 1, TokenType::Identifier, "Expected component name", at, in, noToken});
+        return leaving() ? Misplaced::outer : Misplaced::component;
+    }
+    if (in == Body::component && type == TokenType::Identifier &&
+        typeAt(tokens, at + 1) == TokenType::LeftBrace)
+        return Misplaced::event;
     if (atNamedBody(tokens, at))
         return in == Body::component && plainNames.has(type) ? Misplaced::component
                                                              : Misplaced::tokens;
-    const bool outside = in == Body::topLevel || in == Body::script;
+    if (outside && atBrokenHead(tokens, at)) {
+        add(tokens, {at + 2, TokenType::LeftParen, "Expected '('", at, in, noToken});
+        return leaving() ? Misplaced::outer : Misplaced::head;
+    }
     if (outside && atVariable(tokens, at)) return Misplaced::tokens;
     if (type == TokenType::ColorLiteral && beginsLine(tokens, at)) return Misplaced::tokens;
     return Misplaced::nothing;

@@ -99,6 +99,9 @@ public:
         function,
         statement,
         component,
+        handler,
+        event,  // NAME "{" ... "}" in a control
+        head,   // of a function, without its "("
         tokens, // up to endOfMisplaced()
         outer,  // a declaration of a list around this one, which is to end; recorded
     };
