@@ -12,7 +12,8 @@ ifneq ($(shell command -v ccache),)
 export CMAKE_CXX_COMPILER_LAUNCHER := ccache
 endif
 
-.PHONY: help demo test test-long fuzz test-install packages windows-toolchain golden-update bench screenshots format clean
+.PHONY: help demo test test-long fuzz test-install static coverage mutants packages
+.PHONY: windows-toolchain golden-update bench screenshots format clean
 
 # The C++ compiler of the Windows package: a folder or an archive. A prebuilt archive beside the
 # checkout is taken when there is one; otherwise it is built (see packaging/windows-toolchain).
@@ -25,6 +26,9 @@ help:
 	@echo "make test-long      what make test leaves out: each function and golden program compiled"
 	@echo "make fuzz           each fuzzing target for MINUTES (30) minutes, and a table of the runs"
 	@echo "make packages       the archives for Windows and Linux, in build/packages"
+	@echo "make static         warnings of gcc and clang, clang-tidy and cppcheck over src/"
+	@echo "make coverage       lines and branches of src/ that the tests run; fails below 95% of lines"
+	@echo "make mutants        change fixed texts of the generator; fails when no test notices"
 	@echo "make test-install   test those archives, the Windows one under Wine with all window tests"
 	@echo "make windows-toolchain  build the C++ compiler of the Windows archive (a quarter of an hour)"
 	@echo "make golden-update  write the compiler's present output into the golden cases"
@@ -67,6 +71,20 @@ MINUTES ?= 30
 fuzz:
 	@$(SETUP) build fuzz
 	@JOBS=$(JOBS) tests/fuzz/run-long.sh $(MINUTES) $(TARGETS)
+
+static:
+	@$(SETUP) build static
+	@JOBS=$(JOBS) tests/support/check-static.sh
+
+coverage:
+	@$(SETUP) build tests coverage
+	@JOBS=$(JOBS) tests/support/measure-coverage.sh
+
+mutants:
+	@$(SETUP) build windows tests
+	@cmake --preset dev > /dev/null
+	@cmake --build --preset dev --target golden_test unit_codegen -j$(JOBS) | tail -n 1
+	@tests/support/mutate-fixed-texts.py build/dev/bin
 
 golden-update:
 	@$(SETUP) build windows tests
