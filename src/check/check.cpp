@@ -1,6 +1,8 @@
 #include "check/check.h"
 
+#include "check/suppression.h"
 #include "check/types.h"
+#include "check/window_check.h"
 
 #include <algorithm>
 #include <tuple>
@@ -34,7 +36,11 @@ void sortByPlace(std::vector<Diagnostic>& diagnostics) {
 std::vector<Diagnostic> checkSource(const ParsedSource& source, const LibraryFunctions& libraries,
                                     const CheckOptions& options) {
     std::vector<Diagnostic> found = source.diagnostics();
-    if (!hasErrors(found)) checkTypes(source, libraries, found);
+    if (!hasErrors(found)) {
+        checkTypes(source, libraries, found);
+        checkWindow(source, libraries, found);
+    }
+    suppressWarnings(source, found);
     if (!options.warnings) std::erase_if(found, isWarning);
     sortByPlace(found);
     return found;

@@ -9,6 +9,7 @@
 
 #include "check/message.h"
 #include "frontend/lexer.h"
+#include "frontend/recovery.h"
 #include "frontend/source_positions.h"
 #include "frontend/syntax_tree.h"
 
@@ -28,6 +29,9 @@ public:
     const std::vector<Token>& tokens() const { return tokenList; } // ends with EndOfInput
     const AST& tree() const { return *program; }
 
+    // Whether the compiler accepts the file. If not, parts of the tree may be missing.
+    bool isAccepted() const { return accepted; }
+
     // In source order. Any error among them means that the compiler refuses the file.
     const std::vector<Diagnostic>& diagnostics() const { return found; }
 
@@ -43,10 +47,18 @@ public:
 
 private:
     void parse();
+    void parseAsCompiler();
+    void parseOnBehindErrors();
+    void addFailures(const std::vector<SyntaxFailure>& failures,
+                     const std::vector<ByteRange>& repairs);
 
     SourceText sourceText;
     RecordingConsole console;
+    std::vector<LexicalProblem> problems;
     Lexer lexer;
+    std::string repairedText;      // what was parsed when literals had to be repaired; else empty
+    std::optional<Lexer> repaired; // of that text
+    bool accepted = false;
     std::vector<Token> tokenList;
     PositionTable positions;
     std::unique_ptr<AST> program;

@@ -8,15 +8,18 @@
 namespace Orvane {
 
 Parser::Parser(std::vector<Token> tokens_, Console& console_, PositionTable* positions_,
-               Texts texts_)
-    : tokens(std::move(tokens_)), nextMark(positions_ ? 0 : releaseInterval), console(console_),
-      positions(positions_), texts(texts_), ast(std::make_unique<AST>()) {
+               Texts texts_, Recovery* recovery_)
+    : tokens(std::move(tokens_)), nextMark(positions_  ? 0
+                                           : recovery_ ? noToken
+                                                       : releaseInterval),
+      console(console_), positions(positions_), texts(texts_), recovery(recovery_),
+      ast(std::make_unique<AST>()) {
     if (tokens.empty() || tokens.back().type != TokenType::EndOfInput) tokens.push_back(pastEnd);
 }
 
 // program = { declaration } ;
 std::unique_ptr<AST> Parser::parse() {
-    while (!isAtEnd()) parseTopLevel(*ast);
+    while (!isAtEnd() && !leaving()) element([this] { parseTopLevel(*ast); });
     place(ast->imports, topLevel.imports);
     place(ast->usings, topLevel.usings);
     place(ast->ables, topLevel.ables);
@@ -48,6 +51,7 @@ void Parser::failExpected(TokenType expected, std::string_view message) const {
 }
 
 void Parser::fail(std::string_view message, int line) const {
+    if (recovery) giveUp(message);
     throw std::runtime_error(std::string(message) + " at line " + std::to_string(line));
 }
 

@@ -3,12 +3,12 @@
     verdicts.py record --compiler ORVANEC --source ROOT --work FOLDER [PROGRAM...]
     verdicts.py run    --compiler ORVANEC --source ROOT --work FOLDER [PROGRAM...]
     verdicts.py test   --compiler ORVANEC --source ROOT --work FOLDER
-    verdicts.py page   --source ROOT [--verdicts FILE]
+    verdicts.py page   --source ROOT --list CORPUS_LIST [--check]
 
 `record` compiles every program as its user would, but for the linking, and writes corpus.csv. `run`
 builds the programs whose comments say what they print, runs them under Wine and compares. `test`
-records again and tells what differs from the table. `page` writes the pages of docs/checks.md that
-are made of the table.
+records again and tells what differs from the table. `page` writes docs/checks.md from the table and
+from what the program corpus_list prints, or with --check tells whether it has to be written.
 
 The first line of a program says what it is about. Two more may follow:
 
@@ -198,14 +198,118 @@ def run_programs(options):
     return 1 if wrong or not programs else 0
 
 
+# ---- The page ----
+
+PAGE_HEAD = """# What the checks notice
+
+`orvane check` reads a program before the C++ compiler does. This page is the record of how well: each of
+the {total} programs in [`tests/check/corpus`](../tests/check/corpus) tests one thing, and its true
+verdict was found by compiling it. What programs really print was found by running them.
+
+| The program | programs | error | warning | nothing |
+|---|---|---|---|---|
+{summary}
+
+Of the {refused} programs that do not compile, {found} ({percent:.1f} %) are refused by the checks; of the
+{accepted} that compile, {false} are.
+"""
+
+GROUPS = [("does not parse", ORVANEC, ""), ("is refused by the C++ compiler", GXX, ""),
+          ("compiles and misleads", ACCEPTED, "misleads"),
+          ("compiles and behaves", ACCEPTED, "behaves")]
+
+
+def listed(executable):
+    """What the checks say, by program: error, warning or nothing, and the ids."""
+    run = subprocess.run([executable], text=True, check=True, stdout=subprocess.PIPE)
+    return {name: (said, ids) for name, said, ids in
+            (line.split("\t") for line in run.stdout.splitlines())}
+
+
+def summary_row(title, names, said):
+    counts = [sum(said[name][0] == kind for name in names) for kind in ("error", "warning", "nothing")]
+    return f"| {title} | {len(names)} | " + " | ".join(str(count) for count in counts) + " |"
+
+
+def describe(program, row):
+    reason = f": {row[3]}" if row[3] else ""
+    return f"- {program.subject.rstrip('.')}{reason} (`{program.name}`)\n"
+
+
+def section(title, explanation, programs, rows, names):
+    if not names:
+        return ""
+    text = "".join(describe(programs[name], rows[name]) for name in names)
+    return f"\n## {title}\n\n{explanation}\n\n{text}"
+
+
+def escape(text):
+    return text.replace("|", "\\|").replace("<", "&lt;").replace("*", "\\*")
+
+
+def table_of(programs, rows, said):
+    lines = ["\n## All programs\n", "| Program | About | Verdict | Said |", "|---|---|---|---|"]
+    for name, row in rows.items():
+        verdict = row[2] or row[1]
+        ids = said[name][1].replace(" ", ", ")
+        lines.append(f"| `{name}` | {escape(programs[name].subject)} | {verdict} | {ids} |")
+    return "\n".join(lines) + "\n"
+
+
+def make_page(options):
+    rows = {row[0]: row for row in read_table(options.source)}
+    programs = {program.name: program for program in corpus(options.source, [])}
+    said = listed(options.list.resolve())
+
+    def pick(condition):
+        return [name for name, row in rows.items() if condition(row, said[name][0])]
+
+    groups = [(title, pick(lambda row, _: row[1] == verdict and row[2] == behaviour))
+              for title, verdict, behaviour in GROUPS]
+    refused = pick(lambda row, _: row[1] != ACCEPTED)
+    found = pick(lambda row, kind: row[1] != ACCEPTED and kind == "error")
+    false = pick(lambda row, kind: row[1] == ACCEPTED and kind == "error")
+    page = PAGE_HEAD.format(
+        total=len(rows), refused=len(refused), found=len(found), false=len(false) or "none",
+        percent=100 * len(found) / len(refused), accepted=len(rows) - len(refused),
+        summary="\n".join(summary_row(title, names, said) for title, names in groups))
+    page += section("Refused and not noticed", "The C++ compiler is the first to say something.",
+                    programs, rows, [name for name in refused if said[name][0] != "error"])
+    page += section("Misleading and not noticed",
+                    "These compile, do something else than they seem to say, and nothing warns.",
+                    programs, rows,
+                    pick(lambda row, kind: row[2] == "misleads" and kind == "nothing"))
+    page += section("Warned about without need", "These do what they say.", programs, rows,
+                    pick(lambda row, kind: row[2] == "behaves" and kind == "warning"))
+    return page + table_of(programs, rows, said)
+
+
+def page(options):
+    path = Path(options.source, "docs", "checks.md")
+    text = make_page(options)
+    if not options.check:
+        path.write_text(text, encoding="utf-8")
+        return 0
+    if path.exists() and path.read_text(encoding="utf-8") == text:
+        return 0
+    print("docs/checks.md is not what the table and the checks give; write it again")
+    return 1
+
+
 def main():
     parser = argparse.ArgumentParser()
-    parser.add_argument("part", choices=["record", "run", "test"])
+    parser.add_argument("part", choices=["record", "run", "test", "page"])
     parser.add_argument("programs", nargs="*")
-    parser.add_argument("--compiler", required=True, type=Path)
+    parser.add_argument("--compiler", type=Path)
     parser.add_argument("--source", required=True, type=Path)
-    parser.add_argument("--work", required=True, type=Path)
+    parser.add_argument("--work", type=Path)
+    parser.add_argument("--list", type=Path)
+    parser.add_argument("--check", action="store_true")
     options = parser.parse_args()
+    if options.part == "page":
+        return page(options)
+    if not options.compiler or not options.work:
+        parser.error("--compiler and --work are missing")
     return {"record": record, "run": run_programs, "test": test}[options.part](options)
 
 

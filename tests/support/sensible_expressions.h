@@ -7,6 +7,7 @@
 
 #include "support/program_generator.h"
 
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -96,7 +97,7 @@ protected:
     std::vector<std::string_view> libraries;
     std::vector<Class> classes;
     std::vector<Function> ownFunctions; // those that may be called
-    std::vector<Variable> variables;    // in reach, innermost last
+    std::deque<Variable> variables;     // in reach, innermost last; places stay
     bool inMethod = false;              // where library functions are not sure to be found
 };
 

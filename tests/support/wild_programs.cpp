@@ -61,10 +61,10 @@ private:
     void separator() {
         switch (choices.below(24)) {
         case 23:
-            text += "/* a comment * of \"some\"\n lines */";
+            text += " /* a comment * of \"some\"\n lines */";
             break;
         case 22:
-            text += "// to the end of the line { \"\n";
+            text += " // to the end of the line { \"\n";
             break;
         case 21:
             text += "\t \r\n";
