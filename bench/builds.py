@@ -45,14 +45,12 @@ def measure_own_share(stage, rounds):
     folder = FOLDER / "own"
     shutil.rmtree(folder, ignore_errors=True)
     (folder / "tools/bin").mkdir(parents=True)
-    for name in ("orvanec", "orlib"):
-        (folder / name).symlink_to(stage / name)
-    shutil.copy(stage / "orvanec", folder / "copy")
-    (folder / "copy").replace(folder / "orvanec")
+    (folder / "orlib").symlink_to(stage / "orlib")
+    shutil.copy(stage / "orvanec", folder)
     compiler = folder / "tools/bin/g++.exe"
     compiler.write_text(f"#!/bin/sh\ngrep VmHWM /proc/$PPID/status > '{folder}/memory'\n")
     compiler.chmod(0o755)
-    print("\n| Program | orvanec alone | without a program | memory |\n|---|---|---|---|")
+    print("\n| Program | orvanec alone | the compiler's stand-in | memory |\n|---|---|---|---|")
     empty = statistics.median(measuring.processor_time([compiler]) for _ in range(rounds * 4))
     for source in (measuring.ROOT / "bench/programs/hello.vorla",
                    measuring.ROOT / "examples/calculator.vorla"):
@@ -61,8 +59,8 @@ def measure_own_share(stage, rounds):
         times = [measuring.processor_time([folder / "orvanec", copy], folder)
                  for _ in range(rounds * 4)]
         memory = int((folder / "memory").read_text().split()[1])
-        print(f"| {source.stem} | {(statistics.median(times) - empty) * 1000:.0f} ms "
-              f"| {empty * 1000:.0f} ms | {memory / 1024:.1f} MB |")
+        print(f"| {source.stem} | {(statistics.median(times) - empty) * 1000:.1f} ms "
+              f"| {empty * 1000:.1f} ms | {memory / 1024:.1f} MB |")
 
 
 def compare_programs(stage, rounds):
@@ -90,7 +88,7 @@ def compare_programs(stage, rounds):
 
 def main():
     stage = pathlib.Path(sys.argv[1]).resolve()
-    rounds = int(sys.argv[2]) if len(sys.argv) > 2 else 5
+    rounds = int(sys.argv[2]) if len(sys.argv) > 2 else 3
     FOLDER.mkdir(parents=True, exist_ok=True)
     subprocess.run([stage / "tools/bin/g++.exe", "--orvane-make-pch"], check=True)
     compare_builds(stage, rounds)

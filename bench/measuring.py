@@ -1,6 +1,7 @@
 """What the measuring scripts share: processor times, medians, an installation, Wine."""
 import os
 import pathlib
+import resource
 import shlex
 import statistics
 import subprocess
@@ -11,13 +12,12 @@ MINGW = "x86_64-w64-mingw32-g++-posix"
 
 def processor_time(command, folder=None):
     """Seconds of user and system time that a command and its children take; it must succeed."""
-    before = os.times()
+    before = resource.getrusage(resource.RUSAGE_CHILDREN)
     done = subprocess.run([str(word) for word in command], cwd=folder, capture_output=True, text=True)
-    after = os.times()
+    after = resource.getrusage(resource.RUSAGE_CHILDREN)
     if done.returncode != 0:
         raise SystemExit(f"{command[0]} failed:\n{done.stdout[-2000:]}{done.stderr[-2000:]}")
-    return (after.children_user - before.children_user
-            + after.children_system - before.children_system)
+    return after.ru_utime - before.ru_utime + after.ru_stime - before.ru_stime
 
 
 def median_ratio(numbers, references):

@@ -1,5 +1,5 @@
-// first_window TITLE PROGRAM...: starts each program and prints the milliseconds until its window of
-// that title is shown and answers a message, which it does behind its first painting.
+// first_window TITLE PROGRAM...: starts each program and prints the milliseconds until its window
+// of that title is shown and answers a message, which it does behind its first painting.
 #include <windows.h>
 
 #include <cstdio>

@@ -13,7 +13,9 @@ static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM word, 
     case WM_COMMAND:
         if (LOWORD(word) == 1) MessageBoxW(NULL, L"Hello", L"Orvane", MB_OK);
         return 0;
-    case WM_DESTROY: PostQuitMessage(0); return 0;
+    case WM_DESTROY:
+        PostQuitMessage(0);
+        return 0;
     }
     return DefWindowProcA(window, message, word, data);
 }
@@ -27,8 +29,9 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int show) {
     type.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
     type.lpszClassName = "BenchHello";
     RegisterClassExA(&type);
-    HWND window = CreateWindowExA(0, "BenchHello", "Bench Hello", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
-                                  CW_USEDEFAULT, 320, 180, NULL, NULL, instance, NULL);
+    HWND window =
+        CreateWindowExA(0, "BenchHello", "Bench Hello", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
+                        CW_USEDEFAULT, 320, 180, NULL, NULL, instance, NULL);
     ShowWindow(window, show);
     UpdateWindow(window);
     MSG message;
