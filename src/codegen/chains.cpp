@@ -67,6 +67,13 @@ void CodeGeneratorCore::genChain(const Expr* expr) {
     }
 }
 
+// In front of everything that is written for the node.
+[[gnu::always_inline]] inline void CodeGeneratorCore::openNode(const Expr* node, Rest rest) {
+    if (observer) [[unlikely]]
+        noteBegin(node, out);
+    openNodes.push(node, rest);
+}
+
 // Writes the front of a chain node and moves on to its left operand; false, with nothing written,
 // for a node of another kind.
 bool CodeGeneratorCore::stepLeft(const Expr*& node) {
@@ -75,15 +82,15 @@ bool CodeGeneratorCore::stepLeft(const Expr*& node) {
         return true;
     }
     if (const auto* index = nodeCast<IndexExpr>(node)) {
-        openNodes.push_back({node, Rest::bracketAndIndex});
+        openNode(node, Rest::bracketAndIndex);
         node = index->object.get();
         return true;
     }
     const auto* call = nodeCast<CallExpr>(node);
     const BinaryExpr* all = call ? calledAll(*call) : nullptr;
     if (!all) return false;
+    openNode(node, Rest::broadcastCall);
     write(broadcastFront);
-    openNodes.push_back({node, Rest::broadcastCall});
     node = all->left.get();
     return true;
 }
@@ -92,11 +99,11 @@ bool CodeGeneratorCore::stepLeft(const Expr*& node) {
 const Expr* CodeGeneratorCore::openBinary(const BinaryExpr& binary) {
     if (binary.op == ".") return openMember(binary);
     if (const BinaryExpr* all = assignedAll(binary)) {
-        openNodes.push_back({&binary, Rest::broadcastAssignment});
+        openNode(&binary, Rest::broadcastAssignment);
         write(broadcastFront);
         return all->left.get();
     }
-    openNodes.push_back({&binary, Rest::operatorAndRight});
+    openNode(&binary, Rest::operatorAndRight);
     write("(");
     return binary.left.get();
 }
@@ -105,7 +112,7 @@ const Expr* CodeGeneratorCore::openBinary(const BinaryExpr& binary) {
 // the loop has come.
 const Expr* CodeGeneratorCore::openMember(const BinaryExpr& access) {
     if (memberName(access) != "all") {
-        openNodes.push_back({&access, Rest::memberName});
+        openNode(&access, Rest::memberName);
         return access.left.get();
     }
     const auto* collection = nodeCast<IdentifierExpr>(access.left);
@@ -118,41 +125,44 @@ const Expr* CodeGeneratorCore::openMember(const BinaryExpr& access) {
 // Goes on behind the operand that has just been written. True when the innermost open node has
 // another one, to which it moves; otherwise the node is closed.
 bool CodeGeneratorCore::stepRight(const Expr*& node) {
-    OpenNode& open = openNodes.back();
-    if (open.rest == Rest::operatorAndRight) {
-        const auto& operation = static_cast<const BinaryExpr&>(*open.node);
-        open.rest = Rest::closeOperation;
+    const Expr& open = *openNodes.nodes.back();
+    Rest& rest = openNodes.rests.back();
+    if (rest == Rest::operatorAndRight) {
+        const auto& operation = static_cast<const BinaryExpr&>(open);
+        rest = Rest::closeOperation;
         node = operation.right.get();
         write(" ", operation.op, " ");
         return true;
     }
-    if (open.rest == Rest::bracketAndIndex) {
-        open.rest = Rest::closeIndex;
-        node = static_cast<const IndexExpr&>(*open.node).index.get();
+    if (rest == Rest::bracketAndIndex) {
+        rest = Rest::closeIndex;
+        node = static_cast<const IndexExpr&>(open).index.get();
         write("[");
         return true;
     }
-    const OpenNode complete = open;
-    openNodes.pop_back();
-    writeRest(complete);
+    const Rest last = rest;
+    openNodes.pop();
+    writeRest(open, last);
+    if (observer) [[unlikely]]
+        noteEnd(out);
     return false;
 }
 
 // (LEFT + RIGHT), the operator as it stands in the source
 // OBJECT[INDEX]
 // LEFT["NAME"]
-void CodeGeneratorCore::writeRest(const OpenNode& open) {
-    switch (open.rest) {
+void CodeGeneratorCore::writeRest(const Expr& node, Rest rest) {
+    switch (rest) {
     case Rest::closeOperation:
         return write(")");
     case Rest::closeIndex:
         return write("]");
     case Rest::broadcastAssignment:
-        return genBroadcastAssignment(static_cast<const BinaryExpr&>(*open.node));
+        return genBroadcastAssignment(static_cast<const BinaryExpr&>(node));
     case Rest::broadcastCall:
-        return genBroadcastCall(static_cast<const CallExpr&>(*open.node));
+        return genBroadcastCall(static_cast<const CallExpr&>(node));
     default:
-        return write("[\"", memberName(static_cast<const BinaryExpr&>(*open.node)), "\"]");
+        return write("[\"", memberName(static_cast<const BinaryExpr&>(node)), "\"]");
     }
 }
 

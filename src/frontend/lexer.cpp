@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <stdexcept>
 
 namespace Orvane {
 
@@ -132,15 +133,19 @@ constexpr auto singleKinds = listSingleKinds();
 
 } // namespace
 
-Lexer::Lexer(std::string source_, Console& console_)
-    : source(std::move(source_)), console(console_) {}
+Lexer::Lexer(std::string source_, Console& console_, std::vector<LexicalProblem>* problems_)
+    : source(std::move(source_)), console(console_), problems(problems_) {}
 
 std::vector<Token> Lexer::tokenize() {
     // A token for every five characters is usual. The bound keeps a source of nothing but blanks
-    // or one long comment from taking memory that no token needs.
+    // or one long comment from taking memory that no token needs. Halving the guess, rather than
+    // cutting it, lets a vector that doubles have room for all but a fifth of the densest source
+    // when it moves for the last time.
     constexpr std::size_t largestGuess = 1U << 24;
+    std::size_t guess = source.size() / 5 + 2;
+    while (guess > largestGuess) guess /= 2;
     std::vector<Token> tokens;
-    tokens.reserve(std::min(source.size() / 5 + 2, largestGuess));
+    tokens.reserve(guess);
     expectFilling(tokens.data(), tokens.capacity() * sizeof(Token));
     for (;;) {
         skipWhitespace();
@@ -230,8 +235,21 @@ Token Lexer::readNumber() {
     const Token token = tokenFrom(start, type);
     // Nine digits always fit 32 bits and 300 always fit a double; only longer ones are tried.
     const std::size_t safeLength = type == TokenType::IntegerLiteral ? 9 : 300;
-    if (token.text().size() > safeLength) (void)token.value();
+    if (token.text().size() > safeLength) tryValue(token);
     return token;
+}
+
+void Lexer::tryValue(const Token& number) {
+    try {
+        (void)number.value();
+    } catch (const std::out_of_range&) {
+        if (!problems) throw;
+        note(LexicalProblem::Kind::numberTooLarge, number.text().data());
+    }
+}
+
+void Lexer::note(LexicalProblem::Kind kind, const char* literal) {
+    if (problems) problems->push_back({kind, static_cast<std::size_t>(literal - source.data())});
 }
 
 // Moves over text that stands for itself: up to a quote, a backslash or a zero byte.
@@ -249,11 +267,13 @@ Token Lexer::readString() {
     char* const content = ++next;
     skipPlainText();
     const char* const contentEnd = peek() == '\\' ? readContent(next) : next;
-    if (peek() == '"')
+    if (peek() == '"') {
         ++next;
-    else
+    } else {
         console.print("Error: Unterminated string literal at line %d, col %d\n", startingLine,
                       startingColumn);
+        note(LexicalProblem::Kind::unterminatedText, content - 1);
+    }
     return {TokenType::StringLiteral,
             std::string_view(content, static_cast<std::size_t>(contentEnd - content)), startingLine,
             startingColumn};
@@ -346,13 +366,16 @@ Token Lexer::readChar() {
         skipCharacter();
         contentEnd = next;
     }
-    if (atEnd())
+    if (atEnd()) {
         console.print("Error: Unterminated character literal at line %d, col %d\n", startingLine,
                       startingColumn);
-    else if (peek() == '\'')
+        note(LexicalProblem::Kind::unterminatedCharacter, content - 1);
+    } else if (peek() == '\'') {
         ++next;
-    else
+    } else {
         console.print("Warning: Missing closing quote in char literal at line %d\n", startingLine);
+        note(LexicalProblem::Kind::unclosedCharacter, content - 1);
+    }
     return {TokenType::CharLiteral,
             std::string_view(content, static_cast<std::size_t>(contentEnd - content)), startingLine,
             startingColumn};

@@ -3,7 +3,7 @@
 // Made by the driver once per build. It keeps its own copy of the source, in which it decodes
 // literals; the tokens view it, so the lexer must outlive its tokens and whatever views their
 // texts. Problems are printed and lexing goes on; only a number that does not fit its type throws
-// (std::out_of_range).
+// (std::out_of_range). Given a list for them, the lexer adds each problem, such numbers included.
 //
 //     Lexer lexer("vorla Main { }", console);
 //     std::vector<Token> tokens = lexer.tokenize();   // ends with exactly one EndOfInput token
@@ -18,9 +18,20 @@
 
 namespace Orvane {
 
+struct LexicalProblem {
+    enum class Kind {
+        unterminatedText,
+        unterminatedCharacter,
+        unclosedCharacter, // something else follows where the closing quote should stand
+        numberTooLarge,
+    };
+    Kind kind{};
+    std::size_t offset = 0; // of the literal's first byte in the source, from 0
+};
+
 class Lexer {
 public:
-    Lexer(std::string source, Console& console);
+    Lexer(std::string source, Console& console, std::vector<LexicalProblem>* problems = nullptr);
     Lexer(const Lexer&) = delete; // tokens view this object's texts
     Lexer& operator=(const Lexer&) = delete;
 
@@ -54,6 +65,8 @@ private:
 
     void skipPlainText();
     void skipCharacter();
+    void note(LexicalProblem::Kind kind, const char* literal);
+    void tryValue(const Token& number);
     bool hexAhead(std::size_t offset, unsigned& code) const;
     Token tokenFrom(const char* start, TokenType type) const {
         return {type, std::string_view(start, static_cast<std::size_t>(next - start)), line,
@@ -66,6 +79,7 @@ private:
     const char* lineStart = next;           // the current line's first character
     int line = 1;
     Console& console;
+    std::vector<LexicalProblem>* problems;
 };
 
 } // namespace Orvane

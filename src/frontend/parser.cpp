@@ -1,25 +1,46 @@
 #include "frontend/parser.h"
 
+#include "frontend/large_memory.h"
+
 #include <stdexcept>
 #include <string>
 
 namespace Orvane {
 
 Parser::Parser(std::vector<Token> tokens_, Console& console_, PositionTable* positions_,
-               Texts texts_)
-    : tokens(std::move(tokens_)), console(console_), positions(positions_), texts(texts_),
+               Texts texts_, Recovery* recovery_)
+    : tokens(std::move(tokens_)), nextMark(positions_  ? 0
+                                           : recovery_ ? noToken
+                                                       : releaseInterval),
+      console(console_), positions(positions_), texts(texts_), recovery(recovery_),
       ast(std::make_unique<AST>()) {
     if (tokens.empty() || tokens.back().type != TokenType::EndOfInput) tokens.push_back(pastEnd);
 }
 
 // program = { declaration } ;
 std::unique_ptr<AST> Parser::parse() {
-    while (!isAtEnd()) parseTopLevel(*ast);
+    while (!isAtEnd() && !leaving()) element([this] { parseTopLevel(*ast); });
     place(ast->imports, topLevel.imports);
     place(ast->usings, topLevel.usings);
     place(ast->ables, topLevel.ables);
     place(ast->typeNames, topLevel.typeNames);
     return std::move(ast);
+}
+
+void Parser::markOrRelease(const void* completed, std::size_t firstToken) {
+    if (positions)
+        positions->add(completed, rangeFrom(firstToken));
+    else
+        releaseReadTokens();
+}
+
+// The parser never goes back. So that the tokens and the tree of a large source need not both fit
+// at once, tokens far behind go back to the system.
+void Parser::releaseReadTokens() {
+    const std::size_t end = current - keptTokens;
+    giveBack(tokens.data() + released, (end - released) * sizeof(Token));
+    released = end;
+    nextMark = current + releaseInterval;
 }
 
 void Parser::failExpected(TokenType expected, std::string_view message) const {
@@ -30,6 +51,7 @@ void Parser::failExpected(TokenType expected, std::string_view message) const {
 }
 
 void Parser::fail(std::string_view message, int line) const {
+    if (recovery) giveUp(message);
     throw std::runtime_error(std::string(message) + " at line " + std::to_string(line));
 }
 

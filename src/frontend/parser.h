@@ -3,8 +3,9 @@
 // Made by the driver with the lexer's tokens. The first error ends the parse with a
 // std::runtime_error whose text is "<message> at line <line>"; a failed consume() has printed
 //     [PARSER ERROR] Expected <number>, got <number> at line <line>: <message>
-// before. There is no recovery and no partial tree. Each parse function stands in the
-// file of its family: parser_expressions.cpp, parser_statements.cpp, parser_declarations.cpp,
+// before, and there is no partial tree. Only with a Recovery does parse() go on behind errors and
+// return what it could parse, without a printed line or an exception. Each parse function stands in
+// the file of its family: parser_expressions.cpp, parser_statements.cpp, parser_declarations.cpp,
 // parser_window.cpp, parser_classes.cpp.
 //
 //     Parser parser(lexer.tokenize(), console);
@@ -12,6 +13,7 @@
 #pragma once
 
 #include "frontend/console.h"
+#include "frontend/recovery.h"
 #include "frontend/source_positions.h"
 #include "frontend/syntax_tree.h"
 #include "frontend/token.h"
@@ -29,9 +31,10 @@ public:
     // must then outlive the tree.
     enum class Texts { copied, viewed };
 
-    // With `positions`, the token range of every node and record is recorded there.
+    // With `positions`, the token range of every node and record is recorded there. With
+    // `recovery`, errors are, and only parse() may be called.
     Parser(std::vector<Token> tokens, Console& console, PositionTable* positions = nullptr,
-           Texts texts = Texts::copied);
+           Texts texts = Texts::copied, Recovery* recovery = nullptr);
 
     // The whole source. Never null; throws on the first syntax error. Called once.
     std::unique_ptr<AST> parse();
@@ -87,21 +90,67 @@ private:
         return true;
     }
     const Token& consume(TokenType expected, std::string_view message) {
-        if (!check(expected)) failExpected(expected, message);
+        if (!check(expected)) return missing(expected, message);
         return advance();
     }
     // consume() of any of several kinds; messages give the identifier's number.
     const Token& consumeAny(TokenSet expected, std::string_view message) {
-        if (!expected.has(peek().type)) failExpected(TokenType::Identifier, message);
+        if (!expected.has(peek().type)) return missing(TokenType::Identifier, message);
         return advance();
     }
     // The same without a printed line.
     const Token& takeAny(TokenSet expected, std::string_view message) {
-        if (!expected.has(peek().type)) fail(message, peek().line);
+        if (!expected.has(peek().type)) return missingAny(expected, message);
         return advance();
     }
     [[noreturn]] void failExpected(TokenType expected, std::string_view message) const;
     [[noreturn]] void fail(std::string_view message, int line) const;
+
+    // ---- Recovery (parser_recovery.cpp): nothing happens without one ----
+    // Thrown behind a recorded error up to the list whose element it is in.
+    struct GivenUp {};
+    // A list of elements while it is parsed; made behind the "{".
+    class InList {
+    public:
+        InList(Parser& parser, Body body) : recovery(parser.recovery) {
+            if (recovery) recovery->enter(body, parser.current - 1);
+        }
+        InList(const InList&) = delete;
+        InList& operator=(const InList&) = delete;
+        ~InList() {
+            if (recovery) recovery->leave();
+        }
+
+    private:
+        Recovery* recovery;
+    };
+    // Parses one element of the innermost list.
+    template <class Parse>
+    void element(Parse parse) {
+        if (!recovery) return parse();
+        const std::size_t first = current;
+        recovery->begin(first);
+        try {
+            parse();
+        } catch (const GivenUp&) {
+            resumeBehind(first);
+        }
+    }
+    bool atClose() const {
+        return check(TokenType::RightBrace) || leaving() || (recovery && isAtEnd());
+    }
+    bool leaving() const { return recovery && recovery->leaving(); }
+    const Token& missing(TokenType expected, std::string_view message);
+    const Token& missingAny(TokenSet expected, std::string_view message);
+    [[noreturn]] void giveUp(std::string_view message) const;
+    void resumeBehind(std::size_t first);
+    void dropBody(std::size_t first);
+    bool isScript(std::size_t first) const {
+        return first + 2 < tokens.size() && tokens[first + 2].type == TokenType::ScriptKeyword;
+    }
+    void noteSkipped(std::size_t first);
+    void dropMisplaced(Recovery::Misplaced kind, std::size_t first);
+    StmtList parseStatementsRecovering();
 
     Arena& arena() { return ast->arena; }
     // The text of a token for the tree.
@@ -109,14 +158,19 @@ private:
         return texts == Texts::viewed ? token.text() : arena().text(token.text());
     }
 
-    // ---- Positions: nothing happens without a table ----
+    // ---- Positions ----
+    // Without a table nobody asks for tokens that were read long ago, and their memory can serve
+    // the nodes.
     TokenRange rangeFrom(std::size_t firstToken) const { return {firstToken, current - 1}; }
     void mark(const void* completed, std::size_t firstToken) {
-        if (positions) positions->add(completed, rangeFrom(firstToken));
+        if (current >= nextMark) [[unlikely]]
+            markOrRelease(completed, firstToken);
     }
     void mark(Ranges& growing, std::size_t firstToken) const {
         if (positions) growing.push_back(rangeFrom(firstToken));
     }
+    void markOrRelease(const void* completed, std::size_t firstToken);
+    void releaseReadTokens();
     template <class Records>
     void place(const Records& records, const Ranges& ranges) {
         for (std::size_t index = 0; index < ranges.size(); ++index)
@@ -188,17 +242,22 @@ private:
     List<Parameter> parseParameters();
     Parameter parseParameter();
     void parseScript(AST& program);
+    void parseScriptBody(AST& program, Script& script);
+    void parseScriptMember(AST& program, Script& script);
     uptr<EventHandler> parseEventHandler();
 
     // ---- The window (parser_window.cpp) ----
     void parseVorla(AST& program);
     bool atComponent();
+    void parseWindowBody(Vorla& window);
     uptr<Component> parseComponent();
+    void parseComponentBody(Component& component);
     void parseEvent(Component& component);
     void parseProperty(List<Property>& properties, Ranges& ranges);
 
     // ---- Classes and ables (parser_classes.cpp) ----
     void parseClass(AST& program);
+    void parseClassBody(ClassDef& record);
     bool matchAccess(Access& access);
     void parseClassMember(ClassDef& record, Access access, Ranges& fieldRanges);
     void parseFields(ClassDef& record, ClassField field, Ranges& ranges, std::size_t firstToken);
@@ -213,13 +272,18 @@ private:
     };
 
     static constexpr Token pastEnd{};
+    static constexpr std::size_t keptTokens = 256; // just read; a parse function may look at them
+    static constexpr std::size_t releaseInterval = std::size_t{1} << 17; // tokens, three megabytes
 
     std::vector<Token> tokens; // ends with an end token; without one behind the given ones, with
                                // one of line 0 and column 0
     std::size_t current = 0;   // index of the next unread token, from 0; never behind the end token
+    std::size_t released = 0;  // tokens whose memory is given back
+    std::size_t nextMark;      // mark() has nothing to do before this token
     Console& console;
     PositionTable* positions;
     Texts texts;
+    Recovery* recovery;
     std::unique_ptr<AST> ast; // under construction; parse() hands it out
     int nesting = 0;
     std::size_t identifiersEnd = 0; // end of the run of identifiers that atComponent() last saw

@@ -18,20 +18,27 @@ void Parser::parseClass(AST& program) {
     auto record = arena().make<ClassDef>(arena());
     record->name = keep(consume(TokenType::Identifier, "Expected class name"));
     consume(TokenType::LeftBrace, "Expected '{' after class name");
+    parseClassBody(*record);
+    mark(record.get(), first);
+    program.classes.push_back(std::move(record));
+}
+
+// { access | member } "}" ;
+void Parser::parseClassBody(ClassDef& record) {
+    const InList list(*this, Body::classMembers);
     Ranges fieldRanges;
     Access section = Access::unspecified;
     Access access = section;
-    while (!match(TokenType::RightBrace)) {
+    while (!atClose()) {
         if (matchAccess(access)) {
             if (match(TokenType::Colon)) section = access;
             continue;
         }
-        parseClassMember(*record, access, fieldRanges);
+        element([&] { parseClassMember(record, access, fieldRanges); });
         access = section;
     }
-    place(record->fields, fieldRanges);
-    mark(record.get(), first);
-    program.classes.push_back(std::move(record));
+    consume(TokenType::RightBrace, "Expected '}'");
+    place(record.fields, fieldRanges);
 }
 
 // access = ( "public" | "private" ) [ ":" ] ;
@@ -95,11 +102,14 @@ void Parser::parseAble(AST& program) {
     AbleDef able(arena());
     able.name = keep(consume(TokenType::Identifier, "Expected able name"));
     consume(TokenType::LeftBrace, "Expected '{'");
+    const InList list(*this, Body::ableMethods);
     Ranges ranges;
-    while (!check(TokenType::RightBrace)) {
-        const std::size_t firstOfMethod = current;
-        able.methods.push_back(parseAbleMethod());
-        mark(ranges, firstOfMethod);
+    while (!atClose()) {
+        element([&] {
+            const std::size_t firstOfMethod = current;
+            able.methods.push_back(parseAbleMethod());
+            mark(ranges, firstOfMethod);
+        });
     }
     consume(TokenType::RightBrace, "Expected '}'");
     place(able.methods, ranges);

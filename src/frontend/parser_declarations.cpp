@@ -44,8 +44,12 @@ void Parser::parseTopLevel(AST& program) {
         program.functions.push_back(parseFunction());
         return;
     }
-    if (advance().type != TokenType::Identifier || !match(TokenType::Dot)) return;
-    if (check(TokenType::ScriptKeyword)) parseScript(program);
+    const std::size_t first = current;
+    if (advance().type == TokenType::Identifier && match(TokenType::Dot) &&
+        check(TokenType::ScriptKeyword))
+        parseScript(program);
+    else
+        noteSkipped(first);
 }
 
 // typename = "typename" NAME ";" ;
@@ -53,8 +57,8 @@ void Parser::parseTypename(AST& program) {
     const std::size_t first = current;
     advance();
     const Token& name = consume(TokenType::Identifier, "Expected typename name");
-    program.typeNames.push_back(keep(name));
     consume(TokenType::Semicolon, "Expected ';' after typename declaration");
+    program.typeNames.push_back(keep(name));
     mark(topLevel.typeNames, first);
 }
 
@@ -88,8 +92,9 @@ std::string_view Parser::parseModuleName() {
 void Parser::parseUsing(AST& program) {
     const std::size_t first = current;
     advance();
-    program.usings.push_back(isAliasWord(peek()) ? parseUsingAlias() : parseUsingPair());
+    const Using entry = isAliasWord(peek()) ? parseUsingAlias() : parseUsingPair();
     consume(TokenType::Semicolon, "Expected ';'");
+    program.usings.push_back(entry);
     mark(topLevel.usings, first);
 }
 
@@ -164,21 +169,31 @@ void Parser::parseScript(AST& program) {
     consume(TokenType::LeftBrace, "Expected '{'");
     if (!program.script) program.script = arena().make<Script>(arena());
     Script& script = *program.script;
-    while (!check(TokenType::RightBrace) && !isAtEnd()) {
-        const bool named = check(TokenType::Identifier) && peekNext().type == TokenType::Dot;
-        if (named || check(TokenType::OnKeyword))
-            script.handlers.push_back(parseEventHandler());
-        else if (check(TokenType::ClassKeyword))
-            parseClass(program);
-        else if (atFunction())
-            script.functions.push_back(parseFunction());
-        else
-            advance();
-    }
-    consume(TokenType::RightBrace, "Expected '}'");
+    parseScriptBody(program, script);
     if (!positions) return;
     const auto earlier = positions->find(&script);
     mark(&script, earlier ? earlier->first : nameToken);
+}
+
+// { handler | class | function } "}" ;
+void Parser::parseScriptBody(AST& program, Script& script) {
+    const InList list(*this, Body::script);
+    while (!atClose() && !isAtEnd()) element([&] { parseScriptMember(program, script); });
+    consume(TokenType::RightBrace, "Expected '}'");
+}
+
+// handler | class | function ;
+void Parser::parseScriptMember(AST& program, Script& script) {
+    const std::size_t first = current;
+    const bool named = check(TokenType::Identifier) && peekNext().type == TokenType::Dot;
+    if (named || check(TokenType::OnKeyword))
+        script.handlers.push_back(parseEventHandler());
+    else if (check(TokenType::ClassKeyword))
+        parseClass(program);
+    else if (atFunction())
+        script.functions.push_back(parseFunction());
+    else
+        advance(), noteSkipped(first);
 }
 
 // handler = [ "on" ] NAME "." NAME block ;

@@ -134,6 +134,7 @@ StmtList Parser::parseLoopBody() {
 // Does not stop at the end of the input: there the next statement is the error.
 StmtList Parser::parseStatementsToBrace() {
     const Nesting level(*this);
+    if (recovery) return parseStatementsRecovering();
     StmtList statements(arena());
     while (!match(TokenType::RightBrace)) statements.push_back(parseStatement());
     return statements;
@@ -143,6 +144,7 @@ StmtList Parser::parseStatementsToBrace() {
 StmtList Parser::parseBlock() {
     consume(TokenType::LeftBrace, "Expected '{'");
     const Nesting level(*this);
+    if (recovery) return parseStatementsRecovering();
     StmtList statements(arena());
     while (!check(TokenType::RightBrace) && !isAtEnd()) statements.push_back(parseStatement());
     consume(TokenType::RightBrace, "Expected '}'");
@@ -182,6 +184,7 @@ uptr<Stmt> Parser::parseForStmt() {
 }
 
 void Parser::failLoopVariable() const {
+    if (recovery) giveUp("Expected type keyword or variable name");
     const Token& got = peek();
     throw std::runtime_error("Expected type keyword or variable name at line " +
                              std::to_string(got.line) + " (got '" + std::string(got.text()) +
@@ -248,12 +251,15 @@ uptr<Stmt> Parser::parseWhenStmt() {
     consume(TokenType::RightParen, "Expected ')' after when condition");
     consume(TokenType::LeftBrace, "Expected '{' after when");
     const Nesting level(*this);
+    const InList list(*this, Body::whenCases);
     List<WhenCase> cases(arena());
     Ranges ranges;
-    while (!check(TokenType::RightBrace) && !isAtEnd()) {
-        const std::size_t firstOfCase = current;
-        cases.push_back(parseWhenCase());
-        mark(ranges, firstOfCase);
+    while (!atClose() && !isAtEnd()) {
+        element([&] {
+            const std::size_t firstOfCase = current;
+            cases.push_back(parseWhenCase());
+            mark(ranges, firstOfCase);
+        });
     }
     consume(TokenType::RightBrace, "Expected '}' after when");
     place(cases, ranges);

@@ -12,19 +12,28 @@ void Parser::parseVorla(AST& program) {
     auto window = arena().make<Vorla>(arena());
     window->name = keep(consume(TokenType::Identifier, "Expected vorla name"));
     consume(TokenType::LeftBrace, "Expected '{'");
-    Ranges ranges;
-    while (!check(TokenType::RightBrace) && !isAtEnd()) {
-        if (atComponent())
-            window->components.push_back(parseComponent());
-        else if (memberNames.has(peek().type))
-            parseProperty(window->properties, ranges);
-        else
-            advance();
-    }
-    consume(TokenType::RightBrace, "Expected '}'");
-    place(window->properties, ranges);
+    parseWindowBody(*window);
     mark(window.get(), first);
     program.window = std::move(window);
+}
+
+// { component | property } "}" ;
+void Parser::parseWindowBody(Vorla& window) {
+    const InList list(*this, Body::window);
+    Ranges ranges;
+    while (!atClose() && !isAtEnd()) {
+        element([&] {
+            const std::size_t first = current;
+            if (atComponent())
+                window.components.push_back(parseComponent());
+            else if (memberNames.has(peek().type))
+                parseProperty(window.properties, ranges);
+            else
+                advance(), noteSkipped(first);
+        });
+    }
+    consume(TokenType::RightBrace, "Expected '}'");
+    place(window.properties, ranges);
 }
 
 // A component begins with an identifier or built-in type name, any number of identifiers and "{".
@@ -47,19 +56,28 @@ uptr<Component> Parser::parseComponent() {
     component->type = keep(advance());
     component->name = keep(consume(TokenType::Identifier, "Expected component name"));
     consume(TokenType::LeftBrace, "Expected '{'");
-    Ranges ranges;
-    while (!check(TokenType::RightBrace) && !isAtEnd()) {
-        if (memberNames.has(peek().type))
-            parseProperty(component->properties, ranges);
-        else if (match(TokenType::OnKeyword))
-            parseEvent(*component);
-        else
-            advance();
-    }
-    consume(TokenType::RightBrace, "Expected '}'");
-    place(component->properties, ranges);
+    parseComponentBody(*component);
     mark(component.get(), first);
     return component;
+}
+
+// { event | property } "}" ;
+void Parser::parseComponentBody(Component& component) {
+    const InList list(*this, Body::component);
+    Ranges ranges;
+    while (!atClose() && !isAtEnd()) {
+        element([&] {
+            const std::size_t first = current;
+            if (memberNames.has(peek().type))
+                parseProperty(component.properties, ranges);
+            else if (match(TokenType::OnKeyword))
+                parseEvent(component);
+            else
+                advance(), noteSkipped(first);
+        });
+    }
+    consume(TokenType::RightBrace, "Expected '}'");
+    place(component.properties, ranges);
 }
 
 // event = "on" NAME block ;
@@ -71,8 +89,8 @@ void Parser::parseEvent(Component& component) {
 // property = KEY "=" expression [ ";" ] ;  a key without "=" is dropped
 void Parser::parseProperty(List<Property>& properties, Ranges& ranges) {
     const std::size_t first = current;
-    const Token& key = advance();
-    if (!match(TokenType::Assign)) return;
+    const Token key = advance(); // a copy: the value may be long
+    if (!match(TokenType::Assign)) return noteSkipped(first);
     uptr<Expr> value = parseExpression();
     match(TokenType::Semicolon);
     properties.push_back({keep(key), std::move(value)});

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <limits>
+#include <memory>
 #include <stdexcept>
 
 namespace Orvane {
@@ -67,28 +68,33 @@ std::string formatFields(const std::map<std::string, Value>& fields) {
 
 } // namespace
 
-Value::Value(int integer_) : integer(integer_), kind(Kind::integer) {}
-Value::Value(long long integer_) : Value(static_cast<int>(integer_)) {}
-Value::Value(double floating_) : floating(floating_), kind(Kind::floating) {}
-Value::Value(bool flag_) : flag(flag_), kind(Kind::boolean) {}
-Value::Value(const char* text_) : Value(std::string_view(text_)) {}
-Value::Value(const std::string& text_) : Value(std::string_view(text_)) {}
-Value::Value(std::string_view text_) : Value(Kind::string) { keepText(text_); }
+Value::Value(int integer) : content{.integer = integer}, kind(Kind::integer), held(Held::integer) {}
+Value::Value(long long integer) : Value(static_cast<int>(integer)) {}
+Value::Value(double floating)
+    : content{.floating = floating}, kind(Kind::floating), held(Held::floating) {}
+Value::Value(bool flag) : content{.flag = flag}, kind(Kind::boolean), held(Held::flag) {}
+Value::Value(const char* text) : Value(std::string_view(text)) {}
+Value::Value(const std::string& text) : Value(std::string_view(text)) {}
+Value::Value(std::string_view text) : Value(Kind::string) { keepText(text); }
 
-Value::Value(std::string_view typeName, std::string_view text_) {
+Value::Value(std::string_view typeName, std::string_view text) {
     setType(typeName);
-    keepText(text_);
+    keepText(text);
 }
 
 Value::Value(const std::vector<Value>& elements) : Value(Kind::array) {
     contents().elements = elements;
 }
 
-Value::Value(const Value& other)
-    : floating(other.floating),
-      rare(other.rare ? std::make_unique<Contents>(*other.rare) : nullptr), integer(other.integer),
-      flag(other.flag), kind(other.kind) {
-    keepText(other.text);
+Value::Value(const Value& other) : Value(other.kind) {
+    if (const Contents* shared = other.rare()) {
+        contents() = *shared;
+    } else if (other.held == Held::viewedText) {
+        keepText(other.textView());
+    } else {
+        content = other.content;
+        held = other.held;
+    }
 }
 
 // In both assignments the new content is complete before the old one is given up, so that
@@ -100,8 +106,8 @@ Value& Value::operator=(const Value& other) {
 }
 
 Value& Value::operator=(Value&& other) noexcept {
-    Value content(std::move(other));
-    swap(content);
+    Value moved(std::move(other));
+    swap(moved);
     return *this;
 }
 
@@ -140,7 +146,7 @@ Value Value::makeFont(const std::string& description) {
 }
 
 std::string_view Value::type() const {
-    if (isObject()) return rare->className;
+    if (isObject()) return rare()->className;
     return builtInNames[static_cast<std::size_t>(kind)];
 }
 
@@ -154,40 +160,70 @@ void Value::setType(std::string_view name) {
 void Value::keepText(std::string_view source) {
     if (source.empty()) return;
     contents().text = source;
-    text = rare->text;
 }
 
-void* Value::asHandle() const { return rare ? rare->handle : nullptr; }
+int Value::asInt() const {
+    if (held == Held::integer) return content.integer;
+    return rare() ? rare()->integer : 0;
+}
 
-std::vector<Value> Value::asArray() const { return rare ? rare->elements : std::vector<Value>{}; }
+double Value::asFloat() const {
+    if (held == Held::floating) return content.floating;
+    return rare() ? rare()->floating : 0.0;
+}
 
-bool Value::has(const std::string& key) const { return rare && rare->fields.contains(key); }
+bool Value::asBool() const {
+    if (held == Held::flag) return content.flag;
+    return rare() && rare()->flag;
+}
+
+std::string_view Value::textView() const {
+    if (held == Held::viewedText) return {content.viewedText, length};
+    return rare() ? std::string_view(rare()->text) : std::string_view();
+}
+
+void* Value::asHandle() const { return rare() ? rare()->handle : nullptr; }
+
+std::vector<Value> Value::asArray() const {
+    return rare() ? rare()->elements : std::vector<Value>{};
+}
+
+bool Value::has(const std::string& key) const { return rare() && rare()->fields.contains(key); }
 
 const Value& Value::operator[](const std::string& key) const {
     if (!has(key)) throw std::runtime_error("key not found: " + key);
-    return rare->fields.find(key)->second;
+    return rare()->fields.find(key)->second;
 }
 
 Value& Value::operator[](const std::string& key) { return contents().fields[key]; }
 Value& Value::operator[](std::size_t index) { return contents().elements[index]; }
-const Value& Value::operator[](std::size_t index) const { return rare->elements[index]; }
+const Value& Value::operator[](std::size_t index) const { return rare()->elements[index]; }
 
 std::string Value::toString() const {
     if (isNull()) return "null";
-    if (isBool()) return flag ? "true" : "false";
-    if (isInt()) return std::to_string(integer);
+    if (isBool()) return asBool() ? "true" : "false";
+    if (isInt()) return std::to_string(asInt());
     if (isColor() || isString()) return asString();
-    if (isContainer()) return rare ? formatElements(rare->elements) : "[]";
-    if (isFunction()) return inBrackets("function:", text);
-    if (isFloat()) return formatDouble(floating);
+    if (isContainer()) return rare() ? formatElements(rare()->elements) : "[]";
+    if (isFunction()) return inBrackets("function:", textView());
+    if (isFloat()) return formatDouble(asFloat());
     if (isHandle()) return formatHandle(asHandle());
-    if (isObject()) return rare ? formatFields(rare->fields) : "{}";
+    if (isObject()) return rare() ? formatFields(rare()->fields) : "{}";
     return inBrackets(type());
 }
 
+// What the value held alone moves into the contents.
 Value::Contents& Value::contents() {
-    if (!rare) rare = std::make_unique<Contents>();
-    return *rare;
+    if (!ownsMemory()) {
+        auto made = std::make_unique<Contents>();
+        made->text = textView();
+        made->integer = asInt();
+        made->floating = asFloat();
+        made->flag = asBool();
+        content.contents = made.release();
+        held = Held::contents;
+    }
+    return *content.contents;
 }
 
 } // namespace Orvane

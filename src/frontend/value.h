@@ -5,17 +5,17 @@
 // the empty text. It is another thing than the Value of generated programs, which is text that the
 // code generator writes.
 //
-// A source holds a literal in every second line or so, and therefore single values own no other
-// memory: the built-in type names are numbers inside, and viewText() makes a value of a text that
-// is kept elsewhere. A copy of such a value owns its text.
+// A source holds a literal in every second line or so, and therefore a value takes 16 bytes and
+// single values own no other memory: the built-in type names are numbers inside, and viewText()
+// makes a value of a text that is kept elsewhere. A copy of such a value owns its text.
 //
 //     Value width(300);
 //     width.isInt();                       // true
 //     Value::makeFont("Arial, 12")["size"].asInt();   // 12
 #pragma once
 
+#include <cstdint>
 #include <map>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -37,10 +37,16 @@ public:
     explicit Value(const std::vector<Value>& elements);      // "array"
 
     Value(const Value& other);
-    Value(Value&& other) noexcept { swap(other); } // leaves a null value behind
+    Value(Value&& other) noexcept // leaves a null value behind
+        : content(other.content), length(other.length), kind(other.kind), held(other.held) {
+        other.kind = Kind::null;
+        other.held = Held::nothing;
+    }
     Value& operator=(const Value& other);
     Value& operator=(Value&& other) noexcept;
-    ~Value() = default;
+    ~Value() {
+        if (ownsMemory()) delete content.contents;
+    }
 
     // A "string", or another kind told in text, whose text is not copied: it must stay where it is
     // for as long as the value lives and for the life of what the value is moved into.
@@ -59,7 +65,7 @@ public:
     std::string_view type() const;
 
     // Whether the value has memory of its own; one that has none need not be destroyed.
-    bool ownsMemory() const { return rare != nullptr; }
+    bool ownsMemory() const { return held == Held::contents; }
 
     // Exact, case-sensitive comparisons of the type name.
     bool is(std::string_view name) const { return type() == name; }
@@ -77,12 +83,12 @@ public:
     bool isFunction() const { return kind == Kind::function; }
     bool isObject() const { return kind == Kind::object; } // none of the twelve built-in names
 
-    int asInt() const { return integer; }
-    double asFloat() const { return floating; }
-    std::string asString() const { return std::string(text); }
-    std::string_view textView() const { return text; } // valid as long as the value and its text
-    bool asBool() const { return flag; }
-    std::string asColor() const { return std::string(text); }
+    int asInt() const;
+    double asFloat() const;
+    std::string asString() const { return std::string(textView()); }
+    std::string_view textView() const; // valid as long as the value and its text
+    bool asBool() const;
+    std::string asColor() const { return asString(); }
     void* asHandle() const;
     std::vector<Value> asArray() const;
 
@@ -117,30 +123,44 @@ private:
     // What few values have.
     struct Contents {
         std::string className; // of an object
-        std::string text;      // what `text` views, unless it is kept elsewhere
+        std::string text;
         std::vector<Value> elements;
         std::map<std::string, Value> fields;
         void* handle = nullptr;
+        int integer = 0;
+        double floating = 0.0;
+        bool flag = false;
     };
-    explicit Value(Kind kind_, std::string_view text_ = {}) : text(text_), kind(kind_) {}
+
+    // Which member of `content` counts.
+    enum class Held : unsigned char { nothing, integer, floating, flag, viewedText, contents };
+    union Content {
+        int integer;
+        double floating;
+        bool flag;
+        const char* viewedText; // of `length` bytes
+        Contents* contents;     // owned
+    };
+
+    explicit Value(Kind kind_) : kind(kind_) {}
+    Value(Kind kind_, std::string_view text)
+        : content{.viewedText = text.data()}, length(static_cast<std::uint32_t>(text.size())),
+          kind(kind_), held(Held::viewedText) {}
     void swap(Value& other) noexcept {
-        std::swap(text, other.text);
-        std::swap(floating, other.floating);
-        std::swap(rare, other.rare);
-        std::swap(integer, other.integer);
-        std::swap(flag, other.flag);
+        std::swap(content, other.content);
+        std::swap(length, other.length);
         std::swap(kind, other.kind);
+        std::swap(held, other.held);
     }
+    const Contents* rare() const { return ownsMemory() ? content.contents : nullptr; }
     Contents& contents();
     void setType(std::string_view name);
     void keepText(std::string_view source);
 
-    std::string_view text;
-    double floating = 0.0;
-    std::unique_ptr<Contents> rare;
-    int integer = 0;
-    bool flag = false;
+    Content content{};
+    std::uint32_t length = 0;
     Kind kind = Kind::null;
+    Held held = Held::nothing;
 };
 
 } // namespace Orvane

@@ -1,0 +1,89 @@
+// Sources so large that the parser gives tokens back while it reads on.
+#include "frontend/large_memory.h"
+#include "frontend/lexer.h"
+#include "frontend/parser.h"
+#include "parsing.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace Orvane {
+namespace {
+
+constexpr std::size_t terms = 300'000; // 600,000 tokens
+
+std::string sumOfTerms() {
+    std::string text = "first";
+    for (std::size_t term = 1; term < terms; ++term) text += "+n";
+    return text;
+}
+
+// The number of terms; the name of the leftmost in `first`.
+std::size_t countTerms(const Expr* expr, std::string_view& first) {
+    std::size_t count = 1;
+    const auto* sum = nodeCast<BinaryExpr>(expr);
+    for (; sum; ++count) {
+        expr = sum->left.get();
+        sum = nodeCast<BinaryExpr>(expr);
+    }
+    if (const auto* name = nodeCast<IdentifierExpr>(expr)) first = name->name;
+    return count;
+}
+
+void expectWindowWithSum(PositionTable* positions, Parser::Texts texts) {
+    RecordingConsole console;
+    Lexer lexer("vorla Main { title = " + sumOfTerms() + "; width = 5 }", console);
+    const auto program = Parser(lexer.tokenize(), console, positions, texts).parse();
+    ASSERT_EQ(program->window->properties.size(), 2U);
+    const Property& title = program->window->properties[0];
+    EXPECT_EQ(title.name, "title");
+    std::string_view first;
+    EXPECT_EQ(countTerms(title.value.get(), first), terms);
+    EXPECT_EQ(first, "first");
+    EXPECT_EQ(program->window->properties[1].name, "width");
+}
+
+TEST(LargeSource, PropertyKeepsItsNameBehindALongValue) {
+    expectWindowWithSum(nullptr, Parser::Texts::copied);
+    expectWindowWithSum(nullptr, Parser::Texts::viewed);
+}
+
+TEST(LargeSource, PositionsAreRecordedToTheEnd) {
+    PositionTable positions;
+    expectWindowWithSum(&positions, Parser::Texts::viewed);
+    // A sum and a name for each term but the first, which is a name alone; two properties, the
+    // number and the window.
+    EXPECT_EQ(positions.size(), 2 * terms - 1 + 4);
+}
+
+TEST(LargeSource, TokensReadLongAgoDoNotCountForMessages) {
+    RecordingConsole console;
+    Lexer lexer("vorla Main { title = " + sumOfTerms() + "; }\n\nvorla {", console);
+    Parser parser(lexer.tokenize(), console);
+    try {
+        parser.parse();
+        ADD_FAILURE() << "no error";
+    } catch (const std::runtime_error& error) {
+        EXPECT_NE(std::string(error.what()).find("at line 3"), std::string::npos) << error.what();
+    }
+}
+
+TEST(LargeMemory, MemoryThatWasGivenBackCanBeWrittenAgain) {
+    std::vector<int> numbers(1 << 20, 7);
+    giveBack(numbers.data(), numbers.size() / 2 * sizeof(int));
+    EXPECT_EQ(numbers.back(), 7);
+    numbers.assign(numbers.size(), 9);
+    EXPECT_EQ(numbers.front(), 9);
+    EXPECT_EQ(numbers[numbers.size() / 4], 9);
+}
+
+TEST(LargeMemory, WhatHasNoWholePageStays) {
+    std::vector<char> letters(100, 'x');
+    giveBack(letters.data(), letters.size());
+    EXPECT_EQ(letters, std::vector<char>(100, 'x'));
+}
+
+} // namespace
+} // namespace Orvane
