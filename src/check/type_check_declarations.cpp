@@ -165,6 +165,9 @@ void TypeChecker::checkFunctions() {
 
 void TypeChecker::checkFunction(const FuncDef& function, BodyKind kind) {
     checkName(function.name, &function);
+    if (function.params.empty() && isBareFunction(function.name))
+        report(MessageId::reservedName, placeOfName(&function, function.name),
+               {function.name, "the C library"});
     if (function.name == "WinMain" || function.name == "wWinMain")
         report(MessageId::reservedName, placeOfName(&function, function.name),
                {function.name, "the Windows headers"});

@@ -123,7 +123,8 @@ void TypeChecker::reportUnknownName(const IdentifierExpr& name) {
         report(MessageId::reservedName, placeOf(&name), {text, "C++"});
         return;
     }
-    const bool ofTranslation = text.starts_with('_') && text != "_this";
+    const bool ofTranslation =
+        (text.starts_with('_') && text != "_this") || text.find("__") != std::string_view::npos;
     if (ofTranslation || !names.functionsOf(text).empty() || libraries.table().exists(text) ||
         mayBePlatformName(text))
         return;
@@ -311,8 +312,12 @@ ExprType TypeChecker::typeOfIndex(const IndexExpr& index, ExprType object) {
 // ---- Other operators ----
 
 ExprType TypeChecker::typeOfUnary(const UnaryExpr& unary) {
-    const ExprType operand = valueOf(unary.operand.get());
-    const ValueType type = operand.type;
+    const ValueType type = typeOf(unary.operand.get()).type;
+    if (type == ValueType::stream && unary.op == "!") return {ValueType::truth};
+    if (type == ValueType::nothing || type == ValueType::stream) {
+        report(MessageId::noValue, placeOf(unary.operand.get()));
+        return {};
+    }
     if (type == ValueType::unknown)
         return unary.op == "!" ? ExprType{ValueType::truth} : ExprType{};
     const bool takesIt = unary.op == "!" ? canBeCondition(type) && type != ValueType::null

@@ -326,6 +326,9 @@ void TypeChecker::checkThrow(const ThrowStmt& stmt) {
 
 void TypeChecker::checkExpect(const ExpectStmt& stmt) {
     checkCondition(stmt.condition.get());
+    const auto* literal = nodeCast<LiteralExpr>(stmt.condition);
+    if (literal && literal->value.isNull())
+        report(MessageId::wrongCondition, placeOf(literal), {"null"});
     if (!stmt.message) return;
     const ExprType message = valueOf(stmt.message.get());
     if (!canBecome(message.type, ValueType::text))
