@@ -12,7 +12,8 @@ ifneq ($(shell command -v ccache),)
 export CMAKE_CXX_COMPILER_LAUNCHER := ccache
 endif
 
-.PHONY: help demo test test-long test-install packages windows-toolchain golden-update bench screenshots format clean
+.PHONY: help demo test test-long fuzz test-install static coverage mutants packages
+.PHONY: windows-toolchain golden-update bench screenshots format clean
 
 # The C++ compiler of the Windows package: a folder or an archive. A prebuilt archive beside the
 # checkout is taken when there is one; otherwise it is built (see packaging/windows-toolchain).
@@ -23,7 +24,11 @@ help:
 	@echo "make demo           build the compiler, compile an example and start it under Wine"
 	@echo "make test           all tests: development build, sanitizers, Windows executables"
 	@echo "make test-long      what make test leaves out: each function and golden program compiled"
+	@echo "make fuzz           each fuzzing target for MINUTES (30) minutes, and a table of the runs"
 	@echo "make packages       the archives for Windows and Linux, in build/packages"
+	@echo "make static         warnings of gcc and clang, clang-tidy and cppcheck over src/"
+	@echo "make coverage       lines and branches of src/ that the tests run; fails below 95% of lines"
+	@echo "make mutants        change fixed texts of the generator; fails when no test notices"
 	@echo "make test-install   test those archives, the Windows one under Wine with all window tests"
 	@echo "make windows-toolchain  build the C++ compiler of the Windows archive (a quarter of an hour)"
 	@echo "make golden-update  write the compiler's present output into the golden cases"
@@ -37,7 +42,7 @@ demo:
 	@tests/support/demo.sh $(EXAMPLE)
 
 test:
-	@$(SETUP) build windows tests screen
+	@$(SETUP) build windows tests screen fuzz
 	@JOBS=$(JOBS) tests/support/run-tests.sh
 
 packages:
@@ -61,6 +66,25 @@ test-long:
 	@cmake --build --preset dev -j$(JOBS) | tail -n 1
 	@ctest --preset dev -j$(JOBS) --no-tests=error -L '_all$$|_long$$|^screen$$' \
 		-LE '^install_long$$' < /dev/null
+
+MINUTES ?= 30
+fuzz:
+	@$(SETUP) build fuzz
+	@JOBS=$(JOBS) tests/fuzz/run-long.sh $(MINUTES) $(TARGETS)
+
+static:
+	@$(SETUP) build static
+	@JOBS=$(JOBS) tests/support/check-static.sh
+
+coverage:
+	@$(SETUP) build tests coverage
+	@JOBS=$(JOBS) tests/support/measure-coverage.sh
+
+mutants:
+	@$(SETUP) build windows tests
+	@cmake --preset dev > /dev/null
+	@cmake --build --preset dev --target golden_test unit_codegen -j$(JOBS) | tail -n 1
+	@tests/support/mutate-fixed-texts.py build/dev/bin
 
 golden-update:
 	@$(SETUP) build windows tests

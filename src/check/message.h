@@ -22,6 +22,7 @@ enum class Severity { error, warning };
 
 enum class MessageId {
 #define MESSAGE(name, id, severity, text, hint) name,
+#include "check/messages_command.def"
 #include "check/messages_misleading.def"
 #include "check/messages_syntax.def"
 #include "check/messages_types.def"
@@ -38,6 +39,7 @@ struct Message {
 // By MessageId.
 inline constexpr std::array messages = {
 #define MESSAGE(name, id, severity, text, hint) Message{id, Severity::severity, text, hint},
+#include "check/messages_command.def"
 #include "check/messages_misleading.def"
 #include "check/messages_syntax.def"
 #include "check/messages_types.def"

@@ -131,6 +131,7 @@ void CodeGenerator::generatePrototypes(const AST& program) {
     bool anyWritten = false;
     for (const auto& function : program.functions) {
         if (!isWritten(*function)) continue;
+        const Observation observation(*this, auxOut, function.get());
         writeSignature(auxOut, *function);
         auxOut << ";\n";
         anyWritten = true;
@@ -141,11 +142,11 @@ void CodeGenerator::generatePrototypes(const AST& program) {
 // The free functions and the script's, which are written as all bodies are, to the main stream, but
 // belong to import.hpp: the two texts change places meanwhile.
 void CodeGenerator::generateFunctions(const AST& program) {
-    out.swap(auxOut);
+    exchangeTexts();
     for (const auto& function : program.functions)
         if (isWritten(*function)) generateFunction(*function);
     generateScript(program.script.get());
-    out.swap(auxOut);
+    exchangeTexts();
 }
 
 void CodeGenerator::generateScript(const Script* script) {
@@ -158,6 +159,7 @@ void CodeGenerator::generateScript(const Script* script) {
 // }
 //
 void CodeGenerator::generateFunction(const FuncDef& function) {
+    const Observation observation(*this, out, &function);
     writeIndent();
     writeSignature(out, function);
     write(" {\n");

@@ -67,6 +67,13 @@ void CodeGeneratorCore::genChain(const Expr* expr) {
     }
 }
 
+// In front of everything that is written for the node.
+[[gnu::always_inline]] inline void CodeGeneratorCore::openNode(const Expr* node, Rest rest) {
+    if (observer) [[unlikely]]
+        noteBegin(node, out);
+    openNodes.push(node, rest);
+}
+
 // Writes the front of a chain node and moves on to its left operand; false, with nothing written,
 // for a node of another kind.
 bool CodeGeneratorCore::stepLeft(const Expr*& node) {
@@ -75,15 +82,15 @@ bool CodeGeneratorCore::stepLeft(const Expr*& node) {
         return true;
     }
     if (const auto* index = nodeCast<IndexExpr>(node)) {
-        openNodes.push(node, Rest::bracketAndIndex);
+        openNode(node, Rest::bracketAndIndex);
         node = index->object.get();
         return true;
     }
     const auto* call = nodeCast<CallExpr>(node);
     const BinaryExpr* all = call ? calledAll(*call) : nullptr;
     if (!all) return false;
+    openNode(node, Rest::broadcastCall);
     write(broadcastFront);
-    openNodes.push(node, Rest::broadcastCall);
     node = all->left.get();
     return true;
 }
@@ -92,11 +99,11 @@ bool CodeGeneratorCore::stepLeft(const Expr*& node) {
 const Expr* CodeGeneratorCore::openBinary(const BinaryExpr& binary) {
     if (binary.op == ".") return openMember(binary);
     if (const BinaryExpr* all = assignedAll(binary)) {
-        openNodes.push(&binary, Rest::broadcastAssignment);
+        openNode(&binary, Rest::broadcastAssignment);
         write(broadcastFront);
         return all->left.get();
     }
-    openNodes.push(&binary, Rest::operatorAndRight);
+    openNode(&binary, Rest::operatorAndRight);
     write("(");
     return binary.left.get();
 }
@@ -105,7 +112,7 @@ const Expr* CodeGeneratorCore::openBinary(const BinaryExpr& binary) {
 // the loop has come.
 const Expr* CodeGeneratorCore::openMember(const BinaryExpr& access) {
     if (memberName(access) != "all") {
-        openNodes.push(&access, Rest::memberName);
+        openNode(&access, Rest::memberName);
         return access.left.get();
     }
     const auto* collection = nodeCast<IdentifierExpr>(access.left);
@@ -136,6 +143,8 @@ bool CodeGeneratorCore::stepRight(const Expr*& node) {
     const Rest last = rest;
     openNodes.pop();
     writeRest(open, last);
+    if (observer) [[unlikely]]
+        noteEnd(out);
     return false;
 }
 

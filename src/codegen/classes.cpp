@@ -79,11 +79,12 @@ void CodeGenerator::generateAllClasses(const AST& program) {
 // Bodies are written to the main stream, which changes texts with the import stream meanwhile.
 void CodeGenerator::generateClassMethod(std::string_view className, const ClassInfo& classInfo,
                                         const ClassMethod& method) {
+    const Observation observation(*this, auxOut, &method);
     const ClassMethodInfo info = describeMethod(method);
     writeMethodHead(auxOut, className, method.name, info);
-    out.swap(auxOut);
+    exchangeTexts();
     generateClassMethodBody(className, classInfo, info, method.body);
-    out.swap(auxOut);
+    exchangeTexts();
     auxOut << "}\n\n";
 }
 

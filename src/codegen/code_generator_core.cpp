@@ -47,10 +47,28 @@ void CodeGeneratorCore::writePiece(const ExprList& exprs) {
     }
 }
 
+// ---- Observation ----
+
+void CodeGeneratorCore::noteBegin(const void* node, const TextStream& stream) const {
+    const bool isMain = (&stream == &out) != areTextsExchanged;
+    observer->begin(node, isMain ? GeneratedText::main : GeneratedText::import,
+                    stream.view().size());
+}
+
+void CodeGeneratorCore::noteEnd(const TextStream& stream) const {
+    const bool isMain = (&stream == &out) != areTextsExchanged;
+    observer->end(isMain ? GeneratedText::main : GeneratedText::import, stream.view().size());
+}
+
+void CodeGeneratorCore::exchangeTexts() {
+    out.swap(auxOut);
+    areTextsExchanged = !areTextsExchanged;
+}
+
 // ---- Dispatch ----
 
-void CodeGeneratorCore::generateExpr(const Expr* expr) {
-    if (!expr) return;
+// Inside both callers: a call between them would cost every node of every program.
+[[gnu::always_inline]] inline void CodeGeneratorCore::genExpr(const Expr* expr) {
     if (const auto* literal = nodeCast<LiteralExpr>(expr)) return genLiteral(*literal);
     if (const auto* identifier = nodeCast<IdentifierExpr>(expr)) return genIdentifier(*identifier);
     if (const auto* binary = nodeCast<BinaryExpr>(expr)) return genBinary(*binary);
@@ -68,8 +86,7 @@ void CodeGeneratorCore::generateExpr(const Expr* expr) {
     write("/* unknown expr */");
 }
 
-void CodeGeneratorCore::generateStmt(const Stmt* stmt) {
-    if (!stmt) return;
+[[gnu::always_inline]] inline void CodeGeneratorCore::genStmt(const Stmt* stmt) {
     if (const auto* declaration = nodeCast<VarDeclStmt>(stmt)) return genVarDecl(*declaration);
     if (const auto* expression = nodeCast<ExprStmt>(stmt)) return genExprStmt(*expression);
     if (const auto* branch = nodeCast<IfStmt>(stmt)) return genIf(*branch);
@@ -83,6 +100,32 @@ void CodeGeneratorCore::generateStmt(const Stmt* stmt) {
     if (const auto* check = nodeCast<ExpectStmt>(stmt)) return genExpect(*check);
     if (const auto* choice = nodeCast<WhenStmt>(stmt)) return genWhen(*choice);
     addLine("/* unknown stmt */");
+}
+
+void CodeGeneratorCore::generateExpr(const Expr* expr) {
+    if (!expr) return;
+    if (observer) [[unlikely]]
+        return generateObserved(expr);
+    genExpr(expr);
+}
+
+void CodeGeneratorCore::generateStmt(const Stmt* stmt) {
+    if (!stmt) return;
+    if (observer) [[unlikely]]
+        return generateObserved(stmt);
+    genStmt(stmt);
+}
+
+void CodeGeneratorCore::generateObserved(const Expr* expr) {
+    noteBegin(expr, out);
+    genExpr(expr);
+    noteEnd(out);
+}
+
+void CodeGeneratorCore::generateObserved(const Stmt* stmt) {
+    noteBegin(stmt, out);
+    genStmt(stmt);
+    noteEnd(out);
 }
 
 } // namespace Orvane

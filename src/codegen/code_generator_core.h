@@ -11,6 +11,7 @@
 //     core.generateExpr(expression);   // a + 1 gives (a + 1)
 #pragma once
 
+#include "codegen/generation_observer.h"
 #include "codegen/text_stream.h"
 #include "frontend/syntax_tree.h"
 
@@ -54,6 +55,9 @@ public:
     // The tables that translation looks names up in; any may stay null. The owner keeps them alive.
     void setTables(const ClassTable* classTable, NameMap* variableClasses,
                    const NameTable* functions);
+
+    // Who is told where the text of each node lies; null, as it is at first, for nobody.
+    void setObserver(GenerationObserver* observer_) { observer = observer_; }
 
     // indentLevel times four spaces, the text and a line break, to the main stream. Several pieces
     // (texts, numbers, expressions) make one line: addLine("return ", stmt.value, ";").
@@ -121,6 +125,31 @@ protected:
     void genWhen(const WhenStmt& stmt);
     void generateBody(const StmtList& statements); // at the level that stands
 
+    // ---- Observation: nothing happens without an observer ----
+    // Observes what is written into a stream while it lives.
+    class Observation {
+    public:
+        Observation(const CodeGeneratorCore& core_, const TextStream& stream_, const void* node)
+            : core(core_), stream(stream_) {
+            if (core.observer) core.noteBegin(node, stream);
+        }
+        Observation(const Observation&) = delete;
+        Observation& operator=(const Observation&) = delete;
+        ~Observation() {
+            if (core.observer) core.noteEnd(stream);
+        }
+
+    private:
+        const CodeGeneratorCore& core;
+        const TextStream& stream;
+    };
+    void noteBegin(const void* node, const TextStream& stream) const;
+    void noteEnd(const TextStream& stream) const;
+
+    // The two texts change places, so that what is written to `out` goes into import.hpp; a second
+    // call changes them back.
+    void exchangeTexts();
+
     // The spaces of the current level, without a line break behind them.
     void writeIndent();
 
@@ -159,6 +188,10 @@ private:
     void writePiece(const uptr<Expr>& expr);
     void writePiece(const ExprList& exprs);
     void writeLines(const StmtList& statements); // one level deeper than what stands
+    void genExpr(const Expr* expr);
+    void genStmt(const Stmt* stmt);
+    void generateObserved(const Expr* expr);
+    void generateObserved(const Stmt* stmt);
 
     // ---- Chains (chains.cpp) ----
     // What follows the operand of a node that is being written; the first two have a second one.
@@ -189,6 +222,7 @@ private:
     };
     void genChain(const Expr* expr);
     bool stepLeft(const Expr*& node);
+    void openNode(const Expr* node, Rest rest);
     const Expr* openBinary(const BinaryExpr& binary);
     const Expr* openMember(const BinaryExpr& access);
     bool stepRight(const Expr*& node);
@@ -207,6 +241,8 @@ private:
     void genExpectFailure(const ExpectStmt& stmt);
     void genWhenCase(const WhenCase& branch, bool isFirst, int number);
 
+    GenerationObserver* observer = nullptr;
+    bool areTextsExchanged = false;
     OpenNodes openNodes; // the chains that are being written
 };
 

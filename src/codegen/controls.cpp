@@ -33,6 +33,7 @@ int colourPart(std::string_view colour, std::size_t position) {
 // without a window and one of an unknown kind.
 void CodeGenerator::generateComponent(const Component* component) {
     if (!component) return;
+    const Observation observation(*this, out, component);
     const std::string_view name = component->name;
     const ControlSettings settings = readControlSettings(*component);
     const int id = getControlId(name);

@@ -75,9 +75,11 @@ void CodeGenerator::generateHandler(const Vorla& window, const DispatchItem& ite
     {
         const IndentScope body(indentLevel);
         for (const auto& component : window.components)
-            if (hasHandle(*component))
+            if (hasHandle(*component)) {
+                const Observation observation(*this, out, component.get());
                 addFilledLine(*this, "Value $name$ = Value::makeHandle((void*)h_$name$);",
                               {{"name", component->name}});
+            }
         generateBody(*item.body);
     }
     addLine("}");

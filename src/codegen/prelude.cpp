@@ -134,9 +134,15 @@ void CodeGenerator::generateLibrarySection(const NameSet& calledNames) {
     for (const std::string& name : closeOverLibraryCalls(table, std::move(needed)))
         for (const FunctionEntry* entry : table.getAll(name)) entries.push_back(entry);
 
-    for (const FunctionEntry* entry : entries) auxOut << formatLibrarySignature(*entry) << ";\n";
+    for (const FunctionEntry* entry : entries) {
+        const Observation observation(*this, auxOut, entry);
+        auxOut << formatLibrarySignature(*entry) << ";\n";
+    }
     auxOut << "\n// ===== orlib function implementations =====\n";
-    for (const FunctionEntry* entry : entries) auxOut << generateFunctionCode(*entry);
+    for (const FunctionEntry* entry : entries) {
+        const Observation observation(*this, auxOut, entry);
+        auxOut << generateFunctionCode(*entry);
+    }
 }
 
 } // namespace Orvane

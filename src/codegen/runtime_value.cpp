@@ -14,19 +14,91 @@ static constexpr std::string_view valueText =
     std::map<std::string, Value> mapVal;
     void* handleVal = nullptr;
 
-    Value() {}
-    Value(int number) : typeName("int"), intVal(number) {}
-    Value(long long number) : typeName("int"), intVal(number) {}
-    Value(double number) : typeName("double"), floatVal(number) {}
+    [[gnu::flatten]] Value() {}
+    Value(int number) : Value(static_cast<long long>(number)) {}
+    [[gnu::flatten]] Value(long long number) : typeName("int"), intVal(number) {}
+    [[gnu::flatten]] Value(double number) : typeName("double"), floatVal(number) {}
     Value(const std::string& text) : typeName("string"), stringVal(text) {}
-    Value(std::string&& text) : typeName("string"), stringVal(std::move(text)) {}
+    [[gnu::flatten]] Value(std::string&& text) : typeName("string"), stringVal(std::move(text)) {}
     Value(const char* text) : typeName(text ? "string" : "null"), stringVal(text ? text : "") {}
-    Value(bool truth) : typeName("bool"), boolVal(truth) {}
+    [[gnu::flatten]] Value(bool truth) : typeName("bool"), boolVal(truth) {}
     Value(const std::vector<Value>& elements) : typeName("array"), arrayVal(elements) {}
     Value(std::vector<Value>&& elements) : typeName("array"), arrayVal(std::move(elements)) {}
     Value(const std::map<std::string, Value>& entries) : typeName("map"), mapVal(entries) {}
     Value(std::map<std::string, Value>&& entries) : typeName("map"), mapVal(std::move(entries)) {}
     Value(const std::string& type, const std::string& v) : typeName(type), stringVal(v) {}
+
+    // Programs are compiled with -Og, which inlines little of the library on its own: what every
+    // operation runs asks for it, and what is rare is kept out of it. Most values are numbers:
+    // their names come from a literal, and their empty parts stay as they are.
+    Value(const Value& other) : Value(other, WithoutParts()) {
+        if (other.hasParts()) copyParts(other);
+    }
+    [[gnu::flatten]] Value(Value&& other) noexcept
+        : typeName(other.movedName()), intVal(other.intVal), floatVal(other.floatVal),
+          stringVal(other.movedText()), boolVal(other.boolVal), handleVal(other.handleVal) {
+        if (other.hasParts()) swapParts(other);
+    }
+    struct WithoutParts {};
+    [[gnu::flatten]] Value(const Value& other, WithoutParts)
+        : typeName(other.copiedName()), intVal(other.intVal), floatVal(other.floatVal),
+          stringVal(other.copiedText()), boolVal(other.boolVal), handleVal(other.handleVal) {}
+    Value& operator=(const Value& other) {
+        return isNumberLike(other) ? setNumbers(other) : replaceBy(Value(other));
+    }
+    Value& operator=(Value&& other) noexcept {
+        return isNumberLike(other) ? setNumbers(other) : replaceBy(std::move(other));
+    }
+    [[gnu::flatten]] ~Value() {}
+
+    std::string copiedName() const {
+        if (isInt()) return "int";
+        if (isFloat()) return "double";
+        if (isString()) return "string";
+        return wholeName();
+    }
+    std::string movedName() {
+        if (isInt()) return "int";
+        if (isFloat()) return "double";
+        if (isString()) return "string";
+        return takenText(typeName);
+    }
+    std::string copiedText() const { return stringVal.empty() ? std::string() : wholeText(); }
+    std::string movedText() { return stringVal.empty() ? std::string() : takenText(stringVal); }
+    [[gnu::noinline]] std::string wholeName() const { return typeName; }
+    [[gnu::noinline]] std::string wholeText() const { return stringVal; }
+    [[gnu::noinline]] static std::string takenText(std::string& text) { return std::move(text); }
+    [[gnu::always_inline]] bool hasParts() const {
+        return arrayVal.begin() != arrayVal.end() || mapVal.size() != 0;
+    }
+    [[gnu::noinline]] void copyParts(const Value& other) {
+        std::vector<Value>(other.arrayVal).swap(arrayVal);
+        std::map<std::string, Value>(other.mapVal).swap(mapVal);
+    }
+    [[gnu::noinline]] void swapParts(Value& other) noexcept {
+        arrayVal.swap(other.arrayVal);
+        mapVal.swap(other.mapVal);
+    }
+    [[gnu::always_inline]] bool isBare() const { return stringVal.size() == 0 && !hasParts(); }
+    [[gnu::always_inline]] bool isNumberLike(const Value& other) const {
+        return ((isInt() && other.isInt()) || (isFloat() && other.isFloat())) && isBare() &&
+               other.isBare();
+    }
+    [[gnu::always_inline]] Value& setNumbers(const Value& other) {
+        intVal = other.intVal;
+        floatVal = other.floatVal;
+        boolVal = other.boolVal;
+        handleVal = other.handleVal;
+        return *this;
+    }
+    // The other value may be a part of this one.
+    [[gnu::noinline]] Value& replaceBy(Value&& other) noexcept {
+        Value moved(std::move(other));
+        typeName.swap(moved.typeName);
+        stringVal.swap(moved.stringVal);
+        swapParts(moved);
+        return setNumbers(moved);
+    }
 
     static Value makeObject(const std::string& type) {
         Value made;
@@ -47,17 +119,31 @@ static constexpr std::string_view valueText =
     }
 
 )cpp"
-    R"cpp(    bool is(const std::string& type) const { return typeName == type; }
-    bool isNull() const { return typeName == "null"; }
-    bool isInt() const { return typeName == "int"; }
-    bool isFloat() const { return typeName == "double"; }
-    bool isString() const { return typeName == "string"; }
-    bool isBool() const { return typeName == "bool"; }
-    bool isArray() const { return typeName == "array"; }
+    R"cpp(    // Names of three to seven letters, compared by the first and the last four bytes.
+    [[gnu::always_inline]] static unsigned fourBytes(const char* text) {
+        unsigned bytes;
+        __builtin_memcpy(&bytes, text, sizeof(bytes));
+        return bytes;
+    }
+    template <size_t size>
+    [[gnu::always_inline]] bool isNamed(const char (&name)[size]) const {
+        static_assert(size >= 4 && size <= 8, "shorter and longer names need another comparison");
+        const char* own = typeName.data();
+        return typeName.size() == size - 1 && fourBytes(own) == fourBytes(name) &&
+               fourBytes(own + size - 4) == fourBytes(name + size - 4);
+    }
+
+    bool is(const std::string& type) const { return typeName == type; }
+    bool isNull() const { return isNamed("null"); }
+    bool isInt() const { return isNamed("int"); }
+    bool isFloat() const { return isNamed("double"); }
+    bool isString() const { return isNamed("string"); }
+    bool isBool() const { return isNamed("bool"); }
+    bool isArray() const { return isNamed("array"); }
     bool isContainer() const { return typeName == "container" || isArray(); }
-    bool isMap() const { return typeName == "map"; }
-    bool isHandle() const { return typeName == "handle"; }
-    bool isColor() const { return typeName == "color"; }
+    bool isMap() const { return isNamed("map"); }
+    bool isHandle() const { return isNamed("handle"); }
+    bool isColor() const { return isNamed("color"); }
     bool isFunction() const { return typeName == "function"; }
     bool isObject() const {
         return !(isNull() || isInt() || isFloat() || isString() || isBool() || isContainer() ||
@@ -100,8 +186,14 @@ static constexpr std::string_view valueText =
             typeName = "string";
             return *this;
         }
-        return mapVal[key];
+        return entry(key);
     }
+    [[gnu::noinline, gnu::flatten]] Value& entry(const std::string& key) {
+        const auto place = mapVal.lower_bound(key);
+        if (place != mapVal.end() && place->first == key) return place->second;
+        return addEntry(key);
+    }
+    [[gnu::noinline]] Value& addEntry(const std::string& key) { return mapVal[key]; }
     const Value& operator[](const std::string& key) const { return mapVal.at(key); }
     Value& operator[](size_t index) { return arrayVal[index]; }
     const Value& operator[](size_t index) const { return arrayVal[index]; }
@@ -119,10 +211,12 @@ static constexpr std::string_view valueText =
     // A number is a position, anything else the name of an entry.
     Value& operator[](const Value& index) {
         if (index.isNumber()) return arrayVal.at(static_cast<size_t>(index.wholeOr(0)));
+        if (index.isString()) return (*this)[index.stringVal];
         return (*this)[index.toString()];
     }
     const Value& operator[](const Value& index) const {
         if (index.isNumber()) return arrayVal.at(static_cast<size_t>(index.wholeOr(0)));
+        if (index.isString()) return (*this)[index.stringVal];
         return (*this)[index.toString()];
     }
 
@@ -185,14 +279,26 @@ static constexpr std::string_view valueText =
     const char* c_str() const { return toString().c_str(); }
 
 )cpp"
-    R"cpp(    // The binary operators take either operand in any form that a value can be made of.
-    friend Value operator+(const Value& left, const Value& right) {
-        if (left.isNumber() && right.isNumber()) return left.numberOr(0.0) + right.numberOr(0.0);
+    R"cpp(    // The room to spare is for the rest of a chain.
+    [[gnu::noinline]] Value joined(const Value& right) const {
         std::string text;
-        text.reserve(left.stringVal.size() + right.stringVal.size());
-        left.appendTo(text);
+        text.reserve(stringVal.size() + right.stringVal.size() + 32);
+        appendTo(text);
         right.appendTo(text);
         return Value(std::move(text));
+    }
+
+    template <typename Number>
+    using IfInt = std::enable_if_t<std::is_same<Number, int>::value, bool>;
+    template <typename Number, typename Result>
+    using IfNumber = std::enable_if_t<std::is_same<Number, int>::value ||
+                                          std::is_same<Number, double>::value,
+                                      Result>;
+
+    // The binary operators take either operand in any form that a value can be made of.
+    friend Value operator+(const Value& left, const Value& right) {
+        if (left.isNumber() && right.isNumber()) return left.numberOr(0.0) + right.numberOr(0.0);
+        return left.joined(right);
     }
     // A chain of + appends to the text of its first link.
     friend Value operator+(Value&& left, const Value& right) {
@@ -223,6 +329,38 @@ static constexpr std::string_view valueText =
         if (divisor == 0 || divisor == -1) return Value(0);
         return left.wholeOr(0) % divisor;
     }
+    // The same with a literal on the right, without a value made of it.
+    template <typename Number>
+    friend IfNumber<Number, Value> operator-(const Value& left, Number right) {
+        if constexpr (std::is_same<Number, int>::value) {
+            if (left.isInt()) return left.intVal - right;
+        }
+        return left.numberOr(0.0) - right;
+    }
+    template <typename Number>
+    friend IfNumber<Number, Value> operator-(Number left, const Value& right) {
+        if constexpr (std::is_same<Number, int>::value) {
+            if (right.isInt()) return left - right.intVal;
+        }
+        return left - right.numberOr(0.0);
+    }
+    template <typename Number>
+    friend IfNumber<Number, Value> operator*(const Value& left, Number right) {
+        if constexpr (std::is_same<Number, int>::value) {
+            if (left.isInt()) return left.intVal * right;
+        }
+        return left.numberOr(0.0) * right;
+    }
+    template <typename Number>
+    friend IfNumber<Number, Value> operator/(const Value& left, Number right) {
+        return right == 0 ? Value(0.0) : Value(left.numberOr(0.0) / right);
+    }
+    template <typename Number>
+    friend IfNumber<Number, Value> operator%(const Value& left, Number right) {
+        const long long divisor = static_cast<long long>(right);
+        if (divisor == 0 || divisor == -1) return Value(0);
+        return left.wholeOr(0) % divisor;
+    }
     Value operator-() const {
         if (isInt()) return -intVal;
         if (isFloat()) return -floatVal;
@@ -232,20 +370,29 @@ static constexpr std::string_view valueText =
     // Equality is for plain values: null, lists, maps, handles, functions and objects are equal to
     // nothing, not even to themselves.
     friend bool operator==(const Value& left, const Value& right) {
-        if (left.typeName != right.typeName) return false;
-        if (left.isInt()) return left.intVal == right.intVal;
-        if (left.isFloat()) return left.floatVal == right.floatVal;
-        if (left.isString() || left.isColor()) return left.stringVal == right.stringVal;
-        if (left.isBool()) return left.boolVal == right.boolVal;
-        return false;
+        if (left.isInt()) return right.isInt() && left.intVal == right.intVal;
+        if (left.isFloat()) return right.isFloat() && left.floatVal == right.floatVal;
+        if (left.isString()) return right.isString() && left.stringVal == right.stringVal;
+        if (left.isColor()) return right.isColor() && left.stringVal == right.stringVal;
+        return left.isBool() && right.isBool() && left.boolVal == right.boolVal;
     }
     friend bool operator!=(const Value& left, const Value& right) { return !(left == right); }
     friend bool operator<(const Value& left, const Value& right) {
-        if (left.typeName != right.typeName) return false;
-        if (left.isInt()) return left.intVal < right.intVal;
-        if (left.isFloat()) return left.floatVal < right.floatVal;
-        if (left.isString()) return left.stringVal < right.stringVal;
-        return false;
+        if (left.isInt()) return right.isInt() && left.intVal < right.intVal;
+        if (left.isFloat()) return right.isFloat() && left.floatVal < right.floatVal;
+        return left.isString() && right.isString() && left.stringVal < right.stringVal;
+    }
+    template <typename Int>
+    friend IfInt<Int> operator<(const Value& left, Int right) {
+        return left.isInt() && left.intVal < right;
+    }
+    template <typename Int>
+    friend IfInt<Int> operator>(const Value& left, Int right) {
+        return left.isInt() && left.intVal > right;
+    }
+    template <typename Int>
+    friend IfInt<Int> operator==(const Value& left, Int right) {
+        return left.isInt() && left.intVal == right;
     }
     friend bool operator>(const Value& left, const Value& right) { return right < left; }
     friend bool operator<=(const Value& left, const Value& right) { return !(right < left); }

@@ -43,6 +43,7 @@ bool isColourProperty(const Property& property) {
 // main.cpp behind its header lines. Child controls of containers are not created.
 void CodeGenerator::generateVorla(const Vorla* window, const Script* script) {
     if (!window) return;
+    const Observation observation(*this, out, window);
     generateHandles(*window);
     generateCreateControls(*window);
     generateWindowProcedure(*window, script);
@@ -52,8 +53,10 @@ void CodeGenerator::generateVorla(const Vorla* window, const Script* script) {
 void CodeGenerator::generateHandles(const Vorla& window) {
     addLine("HWND hMainWnd;");
     for (const auto& component : window.components)
-        if (hasHandle(*component))
+        if (hasHandle(*component)) {
+            const Observation observation(*this, out, component.get());
             addFilledLine(*this, "HWND h_$name$;", {{"name", component->name}});
+        }
     addLine("");
 }
 

@@ -57,6 +57,8 @@ CommandLine scanArguments(const std::vector<std::string>& arguments) {
     return line;
 }
 
+std::span<const std::string_view> libraryNames() { return knownLibraries; }
+
 void printUsage(Console& console) {
     console.print("Orvane Compiler v%s\n", compilerVersion);
     console.print("Usage: orvanec <source.vorla> [options...]\n");

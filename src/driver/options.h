@@ -8,7 +8,9 @@
 
 #include "frontend/console.h"
 
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Orvane {
@@ -35,5 +37,8 @@ struct CommandLine {
 CommandLine scanArguments(const std::vector<std::string>& arguments);
 
 void printUsage(Console& console);
+
+// The libraries that the command line can name, each of which an installation has.
+std::span<const std::string_view> libraryNames();
 
 } // namespace Orvane

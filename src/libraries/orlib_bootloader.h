@@ -59,6 +59,9 @@ public:
 
     ReplacementTable& getTable() { return table; }
 
+    // The absolute paths of all files that are loaded.
+    const std::set<std::string>& loadedFiles() const { return loaded; }
+
     // The using directives of all files, in load order. They define no function.
     const std::vector<OrlibUsing>& usings() const { return usingPairs; }
 

@@ -45,7 +45,7 @@ class TestWithFolder(unittest.TestCase):
 
 class Tree(unittest.TestCase):
     def test_everything_is_in_its_place(self):
-        for name in ("orvanec", "orlib/normal.orlib", "examples/calculator.vorla",
+        for name in ("orvane", "orvanec", "orlib/normal.orlib", "examples/calculator.vorla",
                      "docs/language.md", "docs/installing.md", "licences/README.md",
                      "tools/bin/g++.exe", "tools/bin/resource.o", "tools/include/commctrl.h",
                      "tools/include/dlgs.h", "tools/include/windows.h", "tools/fast/includes.h",
@@ -57,7 +57,7 @@ class Tree(unittest.TestCase):
                  for folder, _, names in os.walk(STAGE) for name in names
                  if os.access(os.path.join(folder, name), os.X_OK)
                  and os.stat(os.path.join(folder, name)).st_mode & 0o111}
-        self.assertEqual(found, {"orvanec", "tools/bin/g++.exe"})
+        self.assertEqual(found, {"orvane", "orvanec", "tools/bin/g++.exe"})
 
     def test_precompiled_includes_are_those_of_every_program(self):
         with tempfile.TemporaryDirectory() as folder:

@@ -203,7 +203,7 @@ TEST(LibraryFunctions, bringOnlyTheirHelpersIntoAProgram) {
     const Translation program =
         translate("t.script { void f() { value a = 1; addItem(a, a); } }", table, console);
     EXPECT_NE(program.importText.find("int addItem(Value c, Value s) {"), std::string::npos);
-    EXPECT_NE(program.importText.find("string orxWide(string s) {"), std::string::npos);
+    EXPECT_NE(program.importText.find("string orxWide(const string& s) {"), std::string::npos);
     EXPECT_EQ(program.importText.find("getItem("), std::string::npos);
     EXPECT_EQ(program.importText.find("orxReadAll("), std::string::npos);
 }

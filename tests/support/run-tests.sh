@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # All tests, in the order in which they find mistakes soonest:
 #   1. the development build and everything that ctest knows, the Windows compiler included,
-#   2. the build with the address and undefined-behaviour sanitizers, unit and golden tests.
+#   2. the build with the address and undefined-behaviour sanitizers, unit and golden tests,
+#   3. a short run of each fuzzing target, always with the same inputs.
 # Build output goes to build/<preset>/build.log and is shown when a build fails. The last line says
 # how many tests passed and failed; a GoogleTest program counts with each of its tests.
 set -uo pipefail
@@ -61,6 +62,7 @@ tail_of_tests() { # everything that failed, or the list of tests and the closing
 # a sample stands for them.
 build dev && run_tests dev -LE "$long_tests"
 build asan unit_and_golden_tests && run_tests asan -L '^(unit|golden)$'
+build fuzz fuzz_targets && run_tests fuzz -L '^fuzz$'
 
 echo
 echo "$passed passed, $failed failed"

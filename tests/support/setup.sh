@@ -32,6 +32,7 @@ add_group() {
             need g++ has_command g++
             need cmake has_command cmake
             need ninja-build has_command ninja
+            need nlohmann-json3-dev has_file /usr/include/nlohmann/json.hpp
             ;;
         windows)
             need g++-mingw-w64-x86-64-posix has_command x86_64-w64-mingw32-g++-posix
@@ -42,7 +43,15 @@ add_group() {
             need libgtest-dev has_file /usr/include/gtest/gtest.h
             need diffutils has_command diff
             need python3 has_command python3
+            need strace has_command strace
             ;;
+        fuzz) need clang has_command clang++ ;;
+        static)
+            need clang has_command clang++
+            need clang-tidy has_command clang-tidy
+            need cppcheck has_command cppcheck
+            ;;
+        coverage) need gcovr has_command gcovr ;;
         packages) need python3 has_command python3 ;;
         toolchain)
             need build-essential has_command dpkg-buildpackage

@@ -90,8 +90,9 @@ ProgramUnderTest::ProgramUnderTest(const std::string& path) {
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION information = {};
-    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                        &startup, &information))
+    // Without a console, as from the desktop: Wine would let it have none of its own otherwise.
+    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS,
+                        nullptr, nullptr, &startup, &information))
         throw std::runtime_error("cannot start " + path);
     CloseHandle(information.hThread);
     process = information.hProcess;
@@ -121,6 +122,19 @@ HWND ProgramUnderTest::waitForDialog(DWORD milliseconds) const {
         if (window || hasEnded() || GetTickCount() - start > milliseconds) return window;
         Sleep(20);
     }
+}
+
+HWND ProgramUnderTest::waitForMenu(DWORD milliseconds) const {
+    const DWORD start = GetTickCount();
+    HWND menu = nullptr;
+    while (!hasEnded() && GetTickCount() - start <= milliseconds) {
+        menu = FindWindowExW(nullptr, menu, L"#32768", nullptr);
+        DWORD owner = 0;
+        GetWindowThreadProcessId(menu, &owner);
+        if (menu && owner == processId && IsWindowVisible(menu)) return menu;
+        if (!menu) Sleep(20);
+    }
+    return nullptr;
 }
 
 bool ProgramUnderTest::waitForEnd(DWORD milliseconds, DWORD& exitCode) const {

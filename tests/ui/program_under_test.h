@@ -28,6 +28,8 @@ public:
     HWND waitForWindow(const std::string& titlePart, DWORD milliseconds) const;
     // A visible dialog (a message box is one); null when none comes.
     HWND waitForDialog(DWORD milliseconds) const;
+    // A menu that has opened at the mouse or from the bar; null when none comes.
+    HWND waitForMenu(DWORD milliseconds) const;
     // False when the program still runs after that time.
     bool waitForEnd(DWORD milliseconds, DWORD& exitCode) const;
 

@@ -29,6 +29,12 @@
 //   dialog               waits for a message box, prints it and leaves it open
 //   nomessagebox         fails when a message box is open
 //   answer BUTTON [TEXT] waits for a dialog, puts TEXT into its field, closes it with the button ID
+//   fill ID TEXT         waits for a dialog with the field ID, at whatever depth, and puts TEXT in;
+//   of a
+//                        combo box it chooses the line TEXT
+//   push BUTTON          waits for a dialog, prints its title, closes it with the button ID
+//   popup                waits for a menu that has opened
+//   hold CODE...         holds keys, such as Ctrl (17), down, until the next of these lines
 //   focus ID             waits until the control has the keyboard focus
 //   strike CODE          presses a key (number) for the control that has the focus
 //   mouse ID             clicks with the mouse on the middle of a control (needs a screen)
@@ -285,6 +291,72 @@ void runAnswer(Session& session, Arguments& arguments) {
         if (GetTickCount() - start > 5000) throw Failure("the dialog stays open");
 }
 
+// The innermost one: the field of a combo box has the ID of the box.
+HWND descendant(HWND parent, int id) {
+    HWND found = nullptr;
+    for (const HWND child : childWindows(parent))
+        if (GetDlgCtrlID(child) == id) found = child;
+    return found;
+}
+
+std::string idsIn(HWND parent) {
+    std::string ids;
+    for (const HWND child : childWindows(parent))
+        ids += " " + std::to_string(GetDlgCtrlID(child)) + " " + windowClass(child);
+    return ids;
+}
+
+// A dialog is visible before it is complete, hence the wait for the field.
+void runFill(Session& session, Arguments& arguments) {
+    int id = 0;
+    arguments >> id;
+    const std::wstring text = toWide(unescaped(restOf(arguments)));
+    const DWORD start = GetTickCount();
+    HWND field = nullptr;
+    while (!field && GetTickCount() - start < patience) {
+        field = descendant(session.program.waitForDialog(20), id);
+        if (!field) Sleep(20);
+    }
+    if (!field) throw Failure("no such field among" + idsIn(session.program.waitForDialog(20)));
+    const LPARAM content = reinterpret_cast<LPARAM>(text.c_str());
+    if (windowClass(field) != "ComboBox") {
+        sendMessage(field, WM_SETTEXT, 0, content);
+    } else {
+        if (sendMessage(field, CB_SELECTSTRING, static_cast<WPARAM>(-1), content) < 0)
+            throw Failure("no such line");
+        sendMessage(GetParent(field), WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE),
+                    reinterpret_cast<LPARAM>(field));
+    }
+}
+
+void runPush(Session& session, Arguments& arguments) {
+    int button = IDOK;
+    arguments >> button;
+    const HWND dialog = session.program.waitForDialog(patience);
+    if (!dialog) throw Failure("no dialog");
+    std::printf("dialog [%s] button %d\n", escaped(windowText(dialog)).c_str(), button);
+    post(dialog, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+         reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
+    for (const DWORD start = GetTickCount(); IsWindow(dialog) && IsWindowVisible(dialog); Sleep(10))
+        if (GetTickCount() - start > patience) throw Failure("the dialog stays open");
+}
+
+void runPopup(Session& session, Arguments&) {
+    if (!session.program.waitForMenu(patience)) throw Failure("no menu");
+    std::printf("a menu is open\n");
+}
+
+// The state of the keys belongs to the thread of the program, so this one joins it for the moment.
+void runHold(Session& session, Arguments& arguments) {
+    const DWORD thread = GetWindowThreadProcessId(session.window, nullptr);
+    if (!AttachThreadInput(GetCurrentThreadId(), thread, TRUE)) throw Failure("no common input");
+    BYTE keys[256] = {};
+    for (int code = 0; arguments >> code;) keys[code & 255] = 0x80;
+    const bool held = SetKeyboardState(keys) != 0;
+    AttachThreadInput(GetCurrentThreadId(), thread, FALSE);
+    if (!held) throw Failure("the keys cannot be held");
+}
+
 HWND focused(const Session& session) {
     GUITHREADINFO info = {};
     info.cbSize = sizeof info;
@@ -413,6 +485,10 @@ const std::map<std::string, Command>& commands() {
         {"messagebox", runMessageBox},
         {"nomessagebox", runNoMessageBox},
         {"answer", runAnswer},
+        {"fill", runFill},
+        {"push", runPush},
+        {"popup", runPopup},
+        {"hold", runHold},
         {"focus", runFocus},
         {"press", runPress},
         {"mouse", runMouse},

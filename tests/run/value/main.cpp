@@ -4,6 +4,7 @@
 
 int main() {
     testBasics();
+    testCopies();
     testOperators();
     testOverloads();
     testWindows();

@@ -3,6 +3,7 @@
 #pragma once
 
 void testBasics();    // basics.cpp: making, asking, reading, converting, text, indexing
+void testCopies();    // copies.cpp: copying, moving and assigning
 void testOperators(); // operators.cpp: every operator with every pair of kinds
 void testOverloads(); // overloads.cpp: every operator with every pair of C++ operand types
 void testWindows();   // windows.cpp: window handles and text conversion

@@ -60,7 +60,7 @@ TEST(LargeSource, PositionsAreRecordedToTheEnd) {
 
 TEST(LargeSource, TokensReadLongAgoDoNotCountForMessages) {
     RecordingConsole console;
-    Lexer lexer("vorla Main { title = " + sumOfTerms() + "\n\n }  function", console);
+    Lexer lexer("vorla Main { title = " + sumOfTerms() + "; }\n\nvorla {", console);
     Parser parser(lexer.tokenize(), console);
     try {
         parser.parse();

@@ -1,0 +1,42 @@
+// Which functions a source calls, and which of its names it hands to them.
+//
+// Reads the tokens, not the tree: a control is handed to a function by its bare name, as an
+// argument or as an element of a list that is one.
+//
+//     NameUses uses(source.tokens());
+//     uses.calls("enableEvents");
+//     uses.receiversOf("tick");   // {"startTimer", "stopTimer"}
+#pragma once
+
+#include "frontend/token.h"
+
+#include <set>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace Orvane {
+
+class NameUses {
+public:
+    using Names = std::set<std::string_view>;
+
+    // The tokens' texts must outlive it.
+    explicit NameUses(const std::vector<Token>& tokens);
+
+    bool calls(std::string_view function) const { return called.contains(function); }
+    const Names& calledFunctions() const { return called; }
+
+    // The functions in whose arguments the name stands.
+    const Names& receiversOf(std::string_view name) const;
+
+private:
+    void openParenthesis(const std::vector<Token>& tokens, std::size_t at);
+
+    Names called;
+    std::unordered_map<std::string_view, Names> receivers;
+    std::vector<std::string_view>
+        open; // the calls around the current token; empty for other brackets
+};
+
+} // namespace Orvane

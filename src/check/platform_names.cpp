@@ -1,0 +1,129 @@
+#include "check/platform_names.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdint>
+
+namespace Orvane {
+
+namespace {
+
+// A Bloom filter in hexadecimal digits, the lowest bit of a digit first.
+constexpr std::string_view filter =
+#include "check/platform_names.inc"
+    ;
+constexpr std::uint64_t filterBits = filter.size() * 4;
+constexpr int filterHashes = 9;
+
+// Words of C++17 that are none of the language, in byte order.
+constexpr std::string_view cppWords[] = {
+    "alignas",      "alignof",   "and",          "and_eq",    "asm",
+    "auto",         "bitand",    "bitor",        "break",     "case",
+    "char",         "char16_t",  "char32_t",     "compl",     "const",
+    "const_cast",   "constexpr", "continue",     "decltype",  "default",
+    "delete",       "do",        "dynamic_cast", "enum",      "explicit",
+    "export",       "extern",    "float",        "friend",    "goto",
+    "inline",       "long",      "mutable",      "namespace", "new",
+    "noexcept",     "not",       "not_eq",       "nullptr",   "operator",
+    "or",           "or_eq",     "protected",    "register",  "reinterpret_cast",
+    "short",        "signed",    "sizeof",       "static",    "static_assert",
+    "static_cast",  "struct",    "switch",       "template",  "this",
+    "thread_local", "typedef",   "typeid",       "union",     "unsigned",
+    "virtual",      "volatile",  "wchar_t",      "xor",       "xor_eq",
+};
+
+// Macros of the headers that stand for nothing, for a number or for a word of C++; those that
+// somebody might take as a name, in byte order.
+constexpr std::string_view windowsWords[] = {
+    "ABSOLUTE", "CALLBACK", "CONST",    "DELETE",   "EOF",      "ERROR",  "FALSE",
+    "FAR",      "IGNORE",   "IN",       "INFINITE", "INFINITY", "NAN",    "NEAR",
+    "NULL",     "OPAQUE",   "OPTIONAL", "OUT",      "PASCAL",   "PLANES", "RELATIVE",
+    "STRICT",   "TRUE",     "VOID",     "WINDING",  "cdecl",    "errno",  "far",
+    "near",     "pascal",   "stderr",   "stdin",    "stdout",
+};
+
+// Functions of C and of Windows that take neither a dynamic value nor a string, in byte order.
+constexpr std::string_view plainFunctions[] = {
+    "Beep",        "GetKeyState", "MessageBeep",   "MessageBox",
+    "MessageBoxA", "PlaySound",   "SetWindowText", "SetWindowTextA",
+    "ShowWindow",  "Sleep",       "abs",           "acos",
+    "asin",        "atan",        "atan2",         "atof",
+    "atoi",        "cbrt",        "ceil",          "cos",
+    "cosh",        "count",       "distance",      "exit",
+    "exp",         "fabs",        "find",          "floor",
+    "fmod",        "fopen",       "fprintf",       "getenv",
+    "gmtime",      "hypot",       "includes",      "isalpha",
+    "isdigit",     "left",        "localtime",     "log",
+    "log10",       "log2",        "mktime",        "pow",
+    "printf",      "puts",        "remove",        "reverse",
+    "right",       "rotate",      "round",         "shuffle",
+    "sin",         "sinh",        "sort",          "sprintf",
+    "sqrt",        "srand",       "strlen",        "system",
+    "tan",         "tanh",        "time",          "tolower",
+    "toupper",     "trunc",       "unique",
+};
+
+// Types and variables of the C++ library that stand beside a function of the same name, in byte
+// order.
+constexpr std::string_view cppTypes[] = {
+    "allocator", "byte",     "conditional", "exception", "extent", "greater", "hash",
+    "ignore",    "iterator", "less",        "locale",    "minus",  "modulus", "multiplies",
+    "negate",    "nothrow",  "pair",        "plus",      "rank",   "tuple",   "vector",
+};
+
+// Function templates of the C++ library, in byte order.
+constexpr std::string_view templateFunctions[] = {
+    "advance", "begin",  "clamp",  "copy", "count",   "data",     "distance",  "empty",
+    "end",     "equal",  "fill",   "find", "forward", "generate", "get",       "includes",
+    "max",     "merge",  "min",    "move", "next",    "prev",     "remove",    "replace",
+    "reverse", "rotate", "search", "size", "sort",    "swap",     "transform", "unique",
+};
+
+template <std::size_t Count>
+bool contains(const std::string_view (&sorted)[Count], std::string_view name) {
+    return std::binary_search(std::begin(sorted), std::end(sorted), name);
+}
+
+std::uint64_t hashOf(std::string_view name) {
+    std::uint64_t value = 0xCBF29CE484222325U; // FNV-1a
+    for (const char letter : name)
+        value = (value ^ static_cast<unsigned char>(letter)) * 0x100000001B3U;
+    return value;
+}
+
+bool isConstantName(std::string_view name) {
+    return name.find('_') != std::string_view::npos &&
+           std::none_of(name.begin(), name.end(),
+                        [](unsigned char letter) { return std::islower(letter) != 0; });
+}
+
+unsigned digitAt(std::size_t index) {
+    const char digit = filter[index];
+    return static_cast<unsigned>(digit <= '9' ? digit - '0' : digit - 'a' + 10);
+}
+
+} // namespace
+
+ReservedWord reservedWord(std::string_view name) {
+    if (contains(cppWords, name)) return ReservedWord::cpp;
+    return contains(windowsWords, name) ? ReservedWord::windows : ReservedWord::none;
+}
+
+bool mayBePlatformName(std::string_view name) {
+    if (isConstantName(name)) return true;
+    const std::uint64_t hash = hashOf(name);
+    const std::uint64_t step = hash >> 32U | 1U;
+    for (std::uint64_t number = 0; number < filterHashes; ++number) {
+        const std::uint64_t bit = (hash + number * step) % filterBits;
+        if ((digitAt(bit / 4) >> bit % 4 & 1U) == 0) return false;
+    }
+    return true;
+}
+
+bool isPlainPlatformFunction(std::string_view name) { return contains(plainFunctions, name); }
+
+bool isTemplateFunction(std::string_view name) { return contains(templateFunctions, name); }
+
+bool isCppType(std::string_view name) { return contains(cppTypes, name); }
+
+} // namespace Orvane

@@ -1,0 +1,123 @@
+// Copies, moves and assignments carry all members of a value, whatever its type name says.
+#include "import.hpp"
+
+#include "checks.h"
+#include "parts.h"
+
+namespace {
+
+int window = 0;
+
+// A value with something in every member.
+Value full(const std::string& name) {
+    Value made;
+    made.typeName = name;
+    made.intVal = 4000000000;
+    made.floatVal = 2.5;
+    made.stringVal = "a text that is too long for the string itself";
+    made.boolVal = true;
+    made.arrayVal = {1, "two"};
+    made.mapVal = {{"x", 3}};
+    made.handleVal = &window;
+    return made;
+}
+
+bool isEmpty(const Value& value) {
+    return value.intVal == 0 && value.floatVal == 0.0 && value.stringVal.empty() &&
+           !value.boolVal && value.arrayVal.empty() && value.mapVal.empty() &&
+           value.handleVal == nullptr;
+}
+
+bool isFull(const Value& value, const std::string& name) {
+    return value.typeName == name && value.intVal == 4000000000 && value.floatVal == 2.5 &&
+           value.stringVal == "a text that is too long for the string itself" && value.boolVal &&
+           value.arrayVal.size() == 2 && value.arrayVal[1].stringVal == "two" &&
+           value.mapVal.at("x").intVal == 3 && value.handleVal == &window;
+}
+
+void testAllMembersGoAlong(const std::string& name) {
+    const Value original = full(name);
+    Value copy(original);
+    CHECK(isFull(copy, name));
+    Value moved(std::move(copy));
+    CHECK(isFull(moved, name));
+    for (const Value& former : {Value(), Value(1), Value(0.5), Value("x"), full("int")}) {
+        Value assigned = former;
+        assigned = original;
+        CHECK(isFull(assigned, name));
+        Value taken = former;
+        taken = std::move(assigned);
+        CHECK(isFull(taken, name));
+    }
+    CHECK(isFull(original, name));
+}
+
+void testNothingStaysBehind(const std::string& name) {
+    for (const char* former : {"null", "int", "double", "string", "a long name of a class"}) {
+        Value empty;
+        empty.typeName = name;
+        Value copied = full(former);
+        copied = empty;
+        CHECK(copied.typeName == name && isEmpty(copied));
+        Value moved = full(former);
+        moved = std::move(empty);
+        CHECK(moved.typeName == name && isEmpty(moved));
+    }
+}
+
+void testCopiesAreIndependent() {
+    Value list = std::vector<Value>{1, 2};
+    Value copy = list;
+    copy[0] = 5;
+    Value point = Value::makeObject("Point");
+    point["x"] = list;
+    Value other = point;
+    other["x"][1] = 7;
+    CHECK_EQUAL(list.toString(), "[1, 2]");
+    CHECK_EQUAL(copy.toString(), "[5, 2]");
+    CHECK_EQUAL(point.toString(), "{x: [1, 2]}");
+    CHECK_EQUAL(other.toString(), "{x: [1, 7]}");
+}
+
+// A value may be replaced by a part of itself, and may be assigned to itself.
+void testPartsOfItself() {
+    Value tree = Value::makeObject("Tree");
+    tree["left"] = Value::makeObject("Tree");
+    tree["left"]["name"] = "leaf";
+    Value again = tree;
+    tree = tree["left"];
+    CHECK_EQUAL(tree.toString(), "{name: leaf}");
+    again = std::move(again["left"]);
+    CHECK_EQUAL(again.toString(), "{name: leaf}");
+    Value list = std::vector<Value>{std::vector<Value>{"in", 2}, 3};
+    list = list[0];
+    CHECK_EQUAL(list.toString(), "[in, 2]");
+    Value& same = list;
+    list = same;
+    CHECK_EQUAL(list.toString(), "[in, 2]");
+    Value number = 4;
+    Value& sameNumber = number;
+    number = sameNumber;
+    CHECK(number.isInt() && number.intVal == 4);
+}
+
+void testNumbersOfTwoKinds() {
+    Value value = 3;
+    value = 0.25;
+    CHECK(value.isFloat() && value.floatVal == 0.25 && value.intVal == 0);
+    value = 8;
+    CHECK(value.isInt() && value.intVal == 8 && value.floatVal == 0.0);
+}
+
+} // namespace
+
+void testCopies() {
+    for (const char* name : {"null", "int", "double", "string", "bool", "array", "map", "handle",
+                             "a long name of a class"}) {
+        testAllMembersGoAlong(name);
+        testNothingStaysBehind(name);
+    }
+    testCopiesAreIndependent();
+    testPartsOfItself();
+    testNumbersOfTwoKinds();
+}

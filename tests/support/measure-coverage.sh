@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Runs the tests that run in one process, and the compiler as a process, in a build that counts, and
+# reports lines and branches of src/:
+#
+#   tests/support/measure-coverage.sh [LINES]     fails below so many percent of lines (95)
+#
+# The list of files is printed; lines that no test runs are in build/coverage/report.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+
+least=${1:-95}
+jobs=${JOBS:-$(nproc)}
+cmake --preset coverage > /dev/null
+cmake --build --preset coverage -j"$jobs" --target unit_and_golden_tests orvanec | tail -n 1
+find build/coverage -name '*.gcda' -delete
+bin=build/coverage/bin
+for program in "$bin"/unit_* "$bin"/golden_test; do
+    case $program in *.py | *.cmake) continue ;; esac
+    "$program" --gtest_brief=1
+done
+python3 tests/driver/process_test.py "$bin/orvanec"
+
+# Branches to the handling of exceptions that nothing throws are no branches of the source.
+mkdir -p build/coverage/report
+gcovr --root . --filter 'src/' --exclude-throw-branches --exclude-unreachable-branches \
+    --txt --html-details build/coverage/report/index.html --print-summary \
+    --fail-under-line "$least" build/coverage

@@ -1,0 +1,99 @@
+#!/usr/bin/env python3
+"""Shows that the tests notice a change of any fixed text of the generated programs.
+
+    mutate-fixed-texts.py DIRECTORY [--count 40] [--seed 1]
+
+DIRECTORY holds golden_test and unit_codegen of a build. For each of a sample of the texts in
+src/codegen, one letter of the text is exchanged in copies of these programs, and one of them must
+fail. Texts that the compiler has turned into instructions or shares among places are not found in a
+program exactly once, and no candidates; those of fewer than 12 characters neither.
+"""
+
+import argparse
+import pathlib
+import random
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+SHORTEST = 12
+PROGRAMS = ("golden_test", "unit_codegen")
+RAW_TEXT = re.compile(r'R"\((.*?)\)"', re.DOTALL)
+TEXT = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
+PLACEHOLDER = re.compile(r"\$\w+\$")
+
+
+def list_texts(source):
+    """The pieces of the file's literals that stand in the program as they are written."""
+    code = "\n".join(line for line in source.read_text(encoding="utf-8").splitlines()
+                     if not line.lstrip().startswith(("//", "#include")))
+    for raw in RAW_TEXT.findall(code):
+        for line in raw.splitlines():
+            yield from PLACEHOLDER.split(line)
+    for text in TEXT.findall(RAW_TEXT.sub("", code)):
+        yield from re.split(r"\\.", text)
+
+
+def candidates(program):
+    found = {}
+    for source in sorted((ROOT / "src/codegen").glob("*.cpp")):
+        for text in list_texts(source):
+            piece = text.strip()
+            if len(piece) >= SHORTEST and re.search("[a-z]", piece):
+                found.setdefault(piece, source.name)
+    return [(piece, name) for piece, name in found.items() if program.count(piece.encode()) == 1]
+
+
+def mutate(program, piece, chance):
+    """The program with one letter of the text exchanged, and the text as it is then."""
+    places = [at for at, letter in enumerate(piece) if letter.isascii() and letter.islower()]
+    at = chance.choice(places)
+    other = "q" if piece[at] != "q" else "z"
+    changed = piece[:at] + other + piece[at + 1:]
+    return program.replace(piece.encode(), changed.encode()), changed
+
+
+def notices(directory, name, program):
+    copy = pathlib.Path(directory) / name
+    copy.write_bytes(program)
+    copy.chmod(0o755)
+    result = subprocess.run([copy, "--gtest_fail_fast", "--gtest_brief=1"], cwd=ROOT,
+                            stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                            stderr=subprocess.DEVNULL, check=False)
+    copy.unlink()
+    return result.returncode != 0
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("directory", type=pathlib.Path)
+    parser.add_argument("--count", type=int, default=40)
+    parser.add_argument("--seed", type=int, default=1)
+    options = parser.parse_args()
+    programs = {name: (options.directory / name).read_bytes() for name in PROGRAMS}
+    chance = random.Random(options.seed)
+    pool = candidates(programs["golden_test"])
+    sample = chance.sample(pool, min(options.count, len(pool)))
+    noticed = 0
+    with tempfile.TemporaryDirectory(prefix="orvane-") as directory:
+        for name in PROGRAMS:
+            if notices(directory, name, programs[name]):
+                sys.exit(f"{name} fails without a change")
+        for piece, source in sample:
+            seed = chance.random()
+            for name in PROGRAMS:
+                mutant, changed = mutate(programs[name], piece, random.Random(seed))
+                if mutant != programs[name] and notices(directory, name, mutant):
+                    noticed += 1
+                    break
+            else:
+                print(f"NOT NOTICED: {source}: {changed}", flush=True)
+    print(f"{noticed} of {len(sample)} changes noticed, of {len(pool)} texts")
+    sys.exit(0 if noticed == len(sample) else 1)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,20 @@
+// A source cut where its tokens begin.
+//
+//     const std::vector<std::string_view> pieces = piecesOf("a = 1;", tokens);   // "a ", "= ", ...
+#pragma once
+
+#include "frontend/token.h"
+
+#include <string_view>
+#include <vector>
+
+namespace Orvane {
+
+// The place of each token but the last, the end token: bytes from the start of the source.
+std::vector<std::size_t> offsetsOf(std::string_view source, const std::vector<Token>& tokens);
+
+// For each token but the end token the source from its first character to the next token's: the
+// token and the blanks and comments behind it.
+std::vector<std::string_view> piecesOf(std::string_view source, const std::vector<Token>& tokens);
+
+} // namespace Orvane
