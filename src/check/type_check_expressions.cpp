@@ -3,6 +3,7 @@
 #include "check/platform_names.h"
 #include "check/type_checker.h"
 
+#include <cmath>
 #include <cstdio>
 #include <utility>
 
@@ -34,6 +35,8 @@ const Expr* leftOperand(const Expr* node) {
 
 // A double is written with six digits, and without a point when nothing stands behind it.
 bool isWrittenAsDouble(double number) {
+    const double fraction = std::abs(number - std::round(number));
+    if (fraction > std::abs(number) * 1e-4 && fraction > 1e-4) return true; // as nearly all are
     char text[32];
     std::snprintf(text, sizeof text, "%g", number);
     return std::string_view(text).find_first_of(".e") != std::string_view::npos;
