@@ -113,6 +113,14 @@ TEST(Recovery, endsBehindTwentyErrors) {
     EXPECT_EQ(errors.back(), "21:6 increment");
 }
 
+TEST(Recovery, readsOnBehindMoreLargeNumbersThanItSays) {
+    std::string text = "go(a) {\n";
+    for (int line = 0; line < 30; ++line) text += "    a = 99999999999;\n";
+    const Errors errors = errorsOf(text + "}\n");
+    ASSERT_EQ(errors.size(), 20u);
+    EXPECT_EQ(errors.back(), "21:9 number-too-large");
+}
+
 TEST(Recovery, saysOnceThatTheNestingIsTooDeep) {
     const std::string deep(2000, '(');
     EXPECT_EQ(errorsOf("go() {\n    print(" + deep + ");\n    a++;\n}\n").size(), 1u);
