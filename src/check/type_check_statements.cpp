@@ -215,7 +215,7 @@ void TypeChecker::checkWhile(const WhileStmt& stmt) {
 
 void TypeChecker::checkFor(const ForStmt& stmt) {
     const ExprType list = valueOf(stmt.iterable.get());
-    if (isNumber(list.type) || list.type == ValueType::text || list.type == ValueType::null)
+    if (isNumber(list.type) || list.type == ValueType::text)
         report(MessageId::loopOverNoList, placeOf(stmt.iterable.get()), {describe(list.type)});
     checkLoopType(stmt);
     const bool isClass =

@@ -184,8 +184,9 @@ TEST(CallsInMethods, DoNotBringLibraryFunctionsIn) {
 }
 
 TEST(NamesOfTypes, UnknownOnesAreDynamic) {
-    EXPECT_EQ(said(inHandler("Integer n = 1; alert(n);")),
-              "unknown-type <Integer> no type is called 'Integer', so this is a dynamic value\n");
+    EXPECT_EQ(said(inHandler("Accont a = 1; alert(a);", "class Account { } ")),
+              "unknown-type <Accont> no type is called 'Accont', so this is a dynamic value\n");
+    EXPECT_EQ(said(inHandler("Integer n = 1; let m = 2; alert(n + m);")), "");
     EXPECT_EQ(said(inHandler("Money n = 1; alert(n);", "typename Money; ")), "");
     EXPECT_EQ(said(inHandler("Point p = Point { x = 1 }; alert(p);")), "");
     EXPECT_EQ(said(inHandler("value v = 1; if (is(v, text)) { }")),
