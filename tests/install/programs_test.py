@@ -14,6 +14,7 @@ import tempfile
 import unittest
 
 from portable_executable import imported_libraries, SYSTEM_LIBRARIES
+from small_disk import small_disk
 
 STAGE = None
 CROSS_COMPILERS = ("x86_64-w64-mingw32-g++-posix", "x86_64-w64-mingw32-g++")
@@ -29,17 +30,6 @@ vorla Hello {
     button greet { text = "Greet"; x = 10; y = 10; on click { string x = "Hello"; } }
 }
 """
-
-
-def small_disk(folder, size):
-    """Mounts a disk of that many bytes; a limit on file sizes stands in where mounting is not
-    allowed. Gives back what to undo and what a command has to do first."""
-    mounted = subprocess.run(["mount", "-t", "tmpfs", "-o", f"size={size},mode=777", "none", folder],
-                             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                             check=False).returncode == 0
-    if mounted:
-        return lambda: subprocess.run(["umount", "-l", folder], check=True), None
-    return lambda: None, lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
 
 
 class ProgramsTest(unittest.TestCase):
