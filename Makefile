@@ -99,6 +99,9 @@ bench:
 	@build/release/bin/translation_benchmark
 	@bench/check_instructions.sh build/release/bin
 	@bench/compare.sh build/release/bin
+	@source tests/support/wine.sh; source tests/support/product.sh; build_product
+	@bench/programs.py build/stage
+	@bench/builds.py build/stage
 
 screenshots:
 	@$(SETUP) build windows screen

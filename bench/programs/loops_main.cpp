@@ -1,6 +1,6 @@
-// Runs the functions of loops.vorla in place of its window: loops [NAME TIMES]... prints for each the
-// name, the processor time in milliseconds and the result. Compiled with the command that orvanec
-// prints, and natively.
+// Runs the functions of loops.vorla in place of its window: loops [NAME TIMES]... prints for each
+// the name, the processor time in milliseconds and the result. Compiled with the command that
+// orvanec prints, and natively.
 #include "import.hpp"
 
 #include <cstdio>
@@ -12,7 +12,8 @@ static double processorMilliseconds() {
     FILETIME created, ended, kernel, user;
     GetProcessTimes(GetCurrentProcess(), &created, &ended, &kernel, &user);
     return (user.dwLowDateTime + user.dwHighDateTime * 4294967296.0 + kernel.dwLowDateTime +
-            kernel.dwHighDateTime * 4294967296.0) / 10000;
+            kernel.dwHighDateTime * 4294967296.0) /
+           10000;
 #else
     return static_cast<double>(std::clock()) * 1000 / CLOCKS_PER_SEC;
 #endif

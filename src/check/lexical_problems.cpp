@@ -58,6 +58,7 @@ public:
     LexicalReport run() {
         for (std::size_t count = 0; count < mostProblems && repairNext(); ++count) {
         }
+        shrinkNumbers();
         return std::move(report);
     }
 
@@ -72,6 +73,17 @@ private:
             return repair(problems.front(), tokens), true;
         if (quote == std::string::npos) return false;
         return repairCurved(quote), true;
+    }
+
+    // The parser must not meet a number without a value: those behind the last problem that is
+    // said lose theirs as well.
+    void shrinkNumbers() {
+        RecordingConsole console;
+        std::vector<LexicalProblem> problems;
+        Lexer lexer(report.repaired, console, &problems);
+        lexer.tokenize();
+        for (const LexicalProblem& problem : problems)
+            if (problem.kind == Kind::numberTooLarge) zeroDigits(rangeOfNumber(problem.offset));
     }
 
     std::size_t offsetOf(const Token& token) const {
@@ -106,14 +118,23 @@ private:
         report.repairs.push_back(range);
     }
 
-    void repairNumber(std::size_t begin) {
+    ByteRange rangeOfNumber(std::size_t begin) const {
         std::size_t end = begin;
         while (end < report.repaired.size() &&
                (isDigit(report.repaired[end]) || report.repaired[end] == '.'))
             ++end;
-        say(MessageId::numberTooLarge, {begin, end});
-        for (std::size_t at = begin; at < end; ++at)
+        return {begin, end};
+    }
+
+    void zeroDigits(ByteRange number) {
+        for (std::size_t at = number.begin; at < number.end; ++at)
             if (isDigit(report.repaired[at])) report.repaired[at] = '0';
+    }
+
+    void repairNumber(std::size_t begin) {
+        const ByteRange number = rangeOfNumber(begin);
+        say(MessageId::numberTooLarge, number);
+        zeroDigits(number);
     }
 
     // Which text lacks its quote: the first one over several lines whose end touches a word, which

@@ -13,14 +13,15 @@ bool isDefinition(const std::vector<Token>& tokens, std::size_t name) {
 
 } // namespace
 
-NameUses::NameUses(const std::vector<Token>& tokens) {
+NameUses::NameUses(const std::vector<Token>& tokens, const Wanted& wanted) {
     for (std::size_t at = 0; at < tokens.size(); ++at) {
         const Token& token = tokens[at];
         if (token.type == TokenType::LeftParen)
             openParenthesis(tokens, at);
         else if (token.type == TokenType::RightParen && !open.empty())
             open.pop_back();
-        else if (token.type == TokenType::Identifier && !open.empty() && !open.back().empty())
+        else if (token.type == TokenType::Identifier && !open.empty() && !open.back().empty() &&
+                 wanted.contains(token.text()))
             receivers[token.text()].insert(open.back());
     }
 }

@@ -28,6 +28,7 @@ void ParsedSource::parse() {
 void ParsedSource::parseAsCompiler() {
     if (holdsLargeNumber(problems)) return;
     Recovery observed(1);
+    positions.reserve(tokenList.size()); // most nodes have a token of their own
     auto tree = Parser(tokenList, console, &positions, Parser::Texts::copied, &observed).parse();
     accepted = observed.failures().empty();
     if (!accepted) {

@@ -35,11 +35,10 @@ constexpr std::string_view cppWords[] = {
 // Macros of the headers that stand for nothing, for a number or for a word of C++; those that
 // somebody might take as a name, in byte order.
 constexpr std::string_view windowsWords[] = {
-    "ABSOLUTE", "CALLBACK", "CONST",    "DELETE",   "EOF",      "ERROR",  "FALSE",
-    "FAR",      "IGNORE",   "IN",       "INFINITE", "INFINITY", "NAN",    "NEAR",
-    "NULL",     "OPAQUE",   "OPTIONAL", "OUT",      "PASCAL",   "PLANES", "RELATIVE",
-    "STRICT",   "TRUE",     "VOID",     "WINDING",  "cdecl",    "errno",  "far",
-    "near",     "pascal",   "stderr",   "stdin",    "stdout",
+    "ABSOLUTE", "CALLBACK", "CONST",    "DELETE",   "EOF",      "ERROR",  "FALSE", "FAR",
+    "IGNORE",   "IN",       "INFINITE", "INFINITY", "NAN",      "NEAR",   "NULL",  "OPAQUE",
+    "OPTIONAL", "OUT",      "PASCAL",   "PLANES",   "RELATIVE", "STRICT", "TRUE",  "VOID",
+    "WINDING",  "cdecl",    "errno",    "far",      "near",     "pascal",
 };
 
 // Functions of C and of Windows that take neither a dynamic value nor a string, in byte order.
@@ -61,6 +60,11 @@ constexpr std::string_view plainFunctions[] = {
     "sqrt",        "srand",       "strlen",        "system",
     "tan",         "tanh",        "time",          "tolower",
     "toupper",     "trunc",       "unique",
+};
+
+// Functions of C without parameters, in byte order.
+constexpr std::string_view bareFunctions[] = {
+    "clock", "fcloseall", "fgetchar", "flushall", "getchar", "getpid", "getwchar", "rand", "rmtmp",
 };
 
 // Types and variables of the C++ library that stand beside a function of the same name, in byte
@@ -121,6 +125,8 @@ bool mayBePlatformName(std::string_view name) {
 }
 
 bool isPlainPlatformFunction(std::string_view name) { return contains(plainFunctions, name); }
+
+bool isBareFunction(std::string_view name) { return contains(bareFunctions, name); }
 
 bool isTemplateFunction(std::string_view name) { return contains(templateFunctions, name); }
 

@@ -22,6 +22,9 @@ bool mayBePlatformName(std::string_view name);
 // string.
 bool isPlainPlatformFunction(std::string_view name);
 
+// Whether it is a function of C without parameters, beside which there can be no other one.
+bool isBareFunction(std::string_view name);
+
 // Whether it is a function of the C++ library that takes at least one argument.
 bool isTemplateFunction(std::string_view name);
 

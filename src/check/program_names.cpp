@@ -59,6 +59,7 @@ void ProgramNames::addFunction(const FuncDef& function, bool hasPrototype) {
 }
 
 void ProgramNames::addClass(const ClassDef& definition) {
+    if (classes.contains(definition.name)) twice.insert(definition.name);
     classes[definition.name] = &definition;
     typeNames.insert(definition.name);
     for (const auto& method : definition.methods) {

@@ -40,6 +40,7 @@ public:
 
     // The class that counts under the name; null when there is none.
     const ClassDef* classOf(std::string_view name) const;
+    bool isDeclaredTwice(std::string_view className) const { return twice.contains(className); }
     static bool hasMethod(const ClassDef& definition, std::string_view method);
     static bool hasField(const ClassDef& definition, std::string_view field);
 
@@ -71,6 +72,7 @@ private:
     std::unordered_map<std::string_view, Functions> methods; // by class
     std::unordered_map<std::string_view, const ClassDef*> classes;
     std::unordered_map<std::string_view, const Component*> controls;
+    std::unordered_set<std::string_view> twice; // classes declared more than once
     std::unordered_set<std::string_view> typeNames;
     NameSet called;
     std::size_t scriptFunctions = 0;

@@ -21,6 +21,18 @@ std::string_view memberName(const BinaryExpr& access) {
     return member ? member->name : std::string_view{};
 }
 
+// As far as it is known. C++ compares values of one type only.
+bool areOfOneType(const std::vector<ExprType>& arguments) {
+    const auto plain = [](ExprType argument) {
+        return argument.type == ValueType::zero ? ValueType::integer : argument.type;
+    };
+    for (const ExprType& argument : arguments) {
+        if (argument.type == ValueType::unknown) return true;
+        if (plain(argument) != plain(arguments.front())) return false;
+    }
+    return true;
+}
+
 bool isBuiltIn(std::string_view name) { return name == "alert" || name == "print"; }
 
 // "3 arguments"
@@ -149,8 +161,10 @@ void TypeChecker::checkCallInMethod(const CallExpr& call, bool isWritten) {
 
 // Whether the headers may have a function of the name that takes the arguments.
 bool TypeChecker::mayBeOfPlatform(std::string_view name, const std::vector<ExprType>& arguments) {
-    if (name.starts_with("__")) return true;
+    if (name.find("__") != std::string_view::npos) return true; // of the translation
     if (!mayBePlatformName(name)) return false;
+    if (arguments.empty() && isTemplateFunction(name)) return false;
+    if (name == "max" || name == "min") return areOfOneType(arguments);
     const auto isForeign = [](ExprType argument) {
         return argument.type == ValueType::dynamic || argument.type == ValueType::list ||
                argument.type == ValueType::text;

@@ -165,6 +165,9 @@ void TypeChecker::checkFunctions() {
 
 void TypeChecker::checkFunction(const FuncDef& function, BodyKind kind) {
     checkName(function.name, &function);
+    if (function.params.empty() && isBareFunction(function.name))
+        report(MessageId::reservedName, placeOfName(&function, function.name),
+               {function.name, "the C library"});
     if (function.name == "WinMain" || function.name == "wWinMain")
         report(MessageId::reservedName, placeOfName(&function, function.name),
                {function.name, "the Windows headers"});
@@ -291,6 +294,14 @@ void TypeChecker::checkImports() {
 
 // ---- What the end of the source decides ----
 
+// Any word may stand for a dynamic value, so only one that is nearly a type of the source is wrong.
+void TypeChecker::reportUnknownType(const TypeUse& use) {
+    const std::string_view nearest = nearestName(use.name, names.typeNameList());
+    if (nearest.empty()) return;
+    report(MessageId::unknownType, placeOfName(use.node, use.name), {use.name}).hint =
+        "Did you mean '" + std::string(nearest) + "'?";
+}
+
 // Types are collected, since an object may make a class known further down.
 void TypeChecker::useType(std::string_view name, const void* node, bool isTest) {
     if (name.empty() || names.declaresType(name)) return;
@@ -301,15 +312,17 @@ void TypeChecker::useType(std::string_view name, const void* node, bool isTest) 
 void TypeChecker::reportPending() {
     for (const TypeUse& use : typeUses) {
         if (objectClasses.contains(use.name)) continue;
-        const MessageId id = use.isTest ? MessageId::neverTrueTest : MessageId::unknownType;
-        report(id, placeOfName(use.node, use.name), {use.name});
+        if (use.isTest)
+            report(MessageId::neverTrueTest, placeOfName(use.node, use.name), {use.name});
+        else
+            reportUnknownType(use);
     }
     constexpr unsigned maybeTrue = 1U;
     for (const ContentUse& use : contentUses)
         if ((contents[use.variable - 1] & maybeTrue) == 0)
             report(MessageId::conditionNotBool, placeOf(use.node));
     for (const FieldUse& use : fieldUses) {
-        if (writtenFields.contains(use.field)) continue;
+        if (writtenFields.contains(use.field) || names.isDeclaredTwice(use.className)) continue;
         const ClassDef* definition = names.classOf(use.className);
         std::vector<std::string_view> fields;
         for (const ClassField& field : definition->fields) fields.push_back(field.name);

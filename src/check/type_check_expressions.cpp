@@ -3,6 +3,7 @@
 #include "check/platform_names.h"
 #include "check/type_checker.h"
 
+#include <cmath>
 #include <cstdio>
 #include <utility>
 
@@ -34,6 +35,8 @@ const Expr* leftOperand(const Expr* node) {
 
 // A double is written with six digits, and without a point when nothing stands behind it.
 bool isWrittenAsDouble(double number) {
+    const double fraction = std::abs(number - std::round(number));
+    if (fraction > std::abs(number) * 1e-4 && fraction > 1e-4) return true; // as nearly all are
     char text[32];
     std::snprintf(text, sizeof text, "%g", number);
     return std::string_view(text).find_first_of(".e") != std::string_view::npos;
@@ -123,7 +126,8 @@ void TypeChecker::reportUnknownName(const IdentifierExpr& name) {
         report(MessageId::reservedName, placeOf(&name), {text, "C++"});
         return;
     }
-    const bool ofTranslation = text.starts_with('_') && text != "_this";
+    const bool ofTranslation =
+        (text.starts_with('_') && text != "_this") || text.find("__") != std::string_view::npos;
     if (ofTranslation || !names.functionsOf(text).empty() || libraries.table().exists(text) ||
         mayBePlatformName(text))
         return;
@@ -311,8 +315,12 @@ ExprType TypeChecker::typeOfIndex(const IndexExpr& index, ExprType object) {
 // ---- Other operators ----
 
 ExprType TypeChecker::typeOfUnary(const UnaryExpr& unary) {
-    const ExprType operand = valueOf(unary.operand.get());
-    const ValueType type = operand.type;
+    const ValueType type = typeOf(unary.operand.get()).type;
+    if (type == ValueType::stream && unary.op == "!") return {ValueType::truth};
+    if (type == ValueType::nothing || type == ValueType::stream) {
+        report(MessageId::noValue, placeOf(unary.operand.get()));
+        return {};
+    }
     if (type == ValueType::unknown)
         return unary.op == "!" ? ExprType{ValueType::truth} : ExprType{};
     const bool takesIt = unary.op == "!" ? canBeCondition(type) && type != ValueType::null

@@ -215,7 +215,7 @@ void TypeChecker::checkWhile(const WhileStmt& stmt) {
 
 void TypeChecker::checkFor(const ForStmt& stmt) {
     const ExprType list = valueOf(stmt.iterable.get());
-    if (isNumber(list.type) || list.type == ValueType::text || list.type == ValueType::null)
+    if (isNumber(list.type) || list.type == ValueType::text)
         report(MessageId::loopOverNoList, placeOf(stmt.iterable.get()), {describe(list.type)});
     checkLoopType(stmt);
     const bool isClass =
@@ -326,6 +326,9 @@ void TypeChecker::checkThrow(const ThrowStmt& stmt) {
 
 void TypeChecker::checkExpect(const ExpectStmt& stmt) {
     checkCondition(stmt.condition.get());
+    const auto* literal = nodeCast<LiteralExpr>(stmt.condition);
+    if (literal && literal->value.isNull())
+        report(MessageId::wrongCondition, placeOf(literal), {"null"});
     if (!stmt.message) return;
     const ExprType message = valueOf(stmt.message.get());
     if (!canBecome(message.type, ValueType::text))

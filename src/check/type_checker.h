@@ -93,6 +93,7 @@ private:
     void checkColour(const Property& property);
     void checkName(std::string_view name, const void* node);
     void reportPending();
+    void reportUnknownType(const TypeUse& use);
 
     // ---- Statements (type_check_statements.cpp) ----
     void checkBody(const StmtList& statements);

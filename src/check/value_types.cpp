@@ -157,7 +157,7 @@ ValueType elementOf(ValueType object, ValueType index) {
     case chars:
         return wholeIndex && index != floating ? unknown : impossible;
     default:
-        return index == chars ? unknown : impossible;
+        return index == chars && isPlain(object) && object != floating ? unknown : impossible;
     }
 }
 

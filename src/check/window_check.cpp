@@ -15,6 +15,13 @@ bool installsBridge(const NameUses& uses, const LibraryFunctions& libraries) {
     return closeOverLibraryCalls(libraries.table(), std::move(called)).contains("orxBoot");
 }
 
+NameUses::Wanted namesOfControls(const Vorla* window) {
+    NameUses::Wanted names;
+    if (!window) return names;
+    for (const auto& control : window->components) names.insert(control->name);
+    return names;
+}
+
 bool isTarget(std::string_view parameter) {
     return parameter == "target" || parameter == "targets";
 }
@@ -24,7 +31,7 @@ bool isTarget(std::string_view parameter) {
 WindowCheck::WindowCheck(const ParsedSource& source_, const LibraryFunctions& libraries_,
                          std::vector<Diagnostic>& found_)
     : source(source_), libraries(libraries_), window(source_.tree().window.get()),
-      uses(source_.tokens()), found(found_),
+      uses(source_.tokens(), namesOfControls(window)), found(found_),
       bridged(uses.calls("enableEvents") || installsBridge(uses, libraries_)) {
     if (!window) return;
     for (const auto& control : window->components) controls.emplace(control->name, control.get());

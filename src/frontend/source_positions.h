@@ -10,9 +10,11 @@
 //     if (auto range = positions.find(node)) line = tokens[range->first].line;
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
-#include <unordered_map>
+#include <vector>
 
 namespace Orvane {
 
@@ -22,22 +24,62 @@ struct TokenRange {
     std::size_t last = 0;
 };
 
+// A parse adds a range for every node, and few of them are ever asked for: adding only appends, and
+// the first question behind it puts the table in order.
 class PositionTable {
 public:
-    // Called by the parser for every node and record that it completes.
-    void add(const void* node, TokenRange range) { ranges[node] = range; }
+    // Called by the parser for every node and record that it completes. A second range of a node
+    // replaces the first.
+    void add(const void* node, TokenRange range) {
+        entries.push_back({reinterpret_cast<std::uintptr_t>(node),
+                           static_cast<std::uint32_t>(range.first),
+                           static_cast<std::uint32_t>(range.last)});
+        ordered = false;
+    }
+
+    // Makes room for about as many nodes.
+    void reserve(std::size_t nodes) { entries.reserve(nodes); }
 
     // Nothing when the node was not built by the parser that filled the table.
     std::optional<TokenRange> find(const void* node) const {
-        const auto entry = ranges.find(node);
-        if (entry == ranges.end()) return std::nullopt;
-        return entry->second;
+        putInOrder();
+        const auto address = reinterpret_cast<std::uintptr_t>(node);
+        const auto entry = std::lower_bound(
+            entries.begin(), entries.end(), address,
+            [](const Entry& known, std::uintptr_t wanted) { return known.node < wanted; });
+        if (entry == entries.end() || entry->node != address) return std::nullopt;
+        return TokenRange{entry->first, entry->last};
     }
 
-    std::size_t size() const { return ranges.size(); }
+    std::size_t size() const {
+        putInOrder();
+        return entries.size();
+    }
 
 private:
-    std::unordered_map<const void*, TokenRange> ranges;
+    struct Entry {
+        std::uintptr_t node;
+        std::uint32_t first;
+        std::uint32_t last;
+    };
+
+    // By address; of one node the last entry alone. Nodes come mostly in the order of their
+    // addresses, which a merge sort makes use of.
+    void putInOrder() const {
+        if (ordered) return;
+        std::stable_sort(entries.begin(), entries.end(),
+                         [](const Entry& a, const Entry& b) { return a.node < b.node; });
+        std::size_t kept = 0;
+        for (const Entry& entry : entries) {
+            if (kept == 0 || entries[kept - 1].node != entry.node) ++kept;
+            entries[kept - 1] = entry;
+        }
+        entries.resize(kept);
+        ordered = true;
+    }
+
+    mutable std::vector<Entry> entries;
+    mutable bool ordered = true;
 };
 
 } // namespace Orvane

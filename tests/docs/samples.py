@@ -16,15 +16,15 @@ from dataclasses import dataclass, field
 from pathlib import Path
 
 HANDLER_FRAME = """vorla Sample {
-    button ok { }
-    entry name { }
-    textarea page { }
-    combobox choice { items = {"one", "two"} }
-    listbox items { items = {"one", "two"} }
-    checkbox agree { }
-    slider level { }
-    progress bar { }
-    text label { }
+    button ok { x = 20; y = 20; width = 120; height = 40 }
+    entry name { x = 160; y = 20; width = 120; height = 36 }
+    textarea page { x = 300; y = 20; width = 200; height = 120 }
+    combobox choice { x = 20; y = 160; width = 120; height = 200; items = {"one", "two"} }
+    listbox items { x = 160; y = 160; width = 120; height = 100; items = {"one", "two"} }
+    checkbox agree { x = 300; y = 160; width = 120; height = 36 }
+    slider level { x = 300; y = 220; width = 200; height = 40 }
+    progress bar { x = 300; y = 280; width = 200; height = 30 }
+    text label { x = 300; y = 330; width = 200; height = 28 }
 }
 Sample.script { on ok.click {
 BODY

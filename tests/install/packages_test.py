@@ -4,6 +4,7 @@
     packages_test.py PATH/TO/sources PATH/TO/ui_driver.exe
 """
 
+import contextlib
 import glob
 import hashlib
 import os
@@ -17,6 +18,7 @@ import unittest
 import zipfile
 
 from portable_executable import imported_libraries, SYSTEM_LIBRARIES
+from small_disk import small_disk
 
 SOURCES = UI_DRIVER = None
 HERE = os.path.dirname(os.path.abspath(__file__))
@@ -100,11 +102,11 @@ class Unpacked(unittest.TestCase):
         shutil.copy(os.path.join(self.installed, "examples", name + ".vorla"), source)
         return source
 
-    def run_in_project(self, *command, status=0, timeout=600):
+    def run_in_project(self, *command, status=0, timeout=600, **more):
         result = subprocess.run(command, cwd=self.project, stdin=subprocess.DEVNULL,
                                 stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False,
                                 timeout=timeout,
-                                env={**os.environ, "ORVANE_TEST_TIMEOUT": str(timeout)})
+                                env={**os.environ, "ORVANE_TEST_TIMEOUT": str(timeout)}, **more)
         output = result.stdout.decode(errors="replace").replace("\r\n", "\n")
         self.assertEqual(result.returncode, status, output)
         return output
@@ -169,6 +171,42 @@ class WindowsArchive(Unpacked):
         self.run_in_project(WINE_RUN, self.compiler(), "hello.vorla", "--debug")
         self.run_in_project(WINE_RUN, self.compiler(), "hello.vorla")
         self.assertLess(os.path.getsize(os.path.join(self.project, "hello.exe")), 300_000)
+
+    def test_project_path_of_more_than_260_characters(self):
+        self.project = os.path.join(self.project, *["a folder with a rather long name, number 1"] * 6)
+        os.makedirs(self.project)
+        source = self.copy_example("tea_timer")
+        self.assertGreater(len(source), 300)
+        output = self.run_in_project(WINE_RUN, self.compiler(), "Z:" + source.replace("/", "\\"),
+                                     "--normal")
+        self.assertIn("=== Build complete! ===", output)
+        self.assertLessEqual(imported_libraries(source.replace(".vorla", ".exe")), SYSTEM_LIBRARIES)
+
+    def test_full_disk_under_the_project(self):
+        disk = os.path.join(self.folder, "disk")
+        os.mkdir(disk)
+        # Room for both C++ files, not for an executable.
+        unmount, limit = small_disk(disk, 150_000)
+        with contextlib.ExitStack() as stack:
+            stack.callback(unmount)
+            self.project = disk
+            self.copy_example("tea_timer")
+            output = self.run_in_project(WINE_RUN, self.compiler(), "app.vorla", status=1,
+                                         preexec_fn=limit)
+            self.assertNotIn("Build complete", output)
+            self.assertFalse(os.path.exists(os.path.join(disk, "app.exe")))
+
+    def test_two_builds_at_once_with_a_new_installation(self):
+        sources = [self.copy_example(name, to=name) for name in ("tea_timer", "notepad")]
+        running = [subprocess.Popen([WINE_RUN, self.compiler(), os.path.basename(source), "--normal"],
+                                    cwd=self.project, stdin=subprocess.DEVNULL,
+                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                                    env={**os.environ, "ORVANE_TEST_TIMEOUT": "600"})
+                   for source in sources]
+        self.assertEqual([process.wait(timeout=600) for process in running], [0, 0])
+        for source in sources:
+            self.assertLessEqual(imported_libraries(source.replace(".vorla", ".exe")),
+                                 SYSTEM_LIBRARIES)
 
     def test_without_its_toolchain(self):
         shutil.rmtree(os.path.join(self.installed, "tools", "mingw64"))

@@ -14,6 +14,7 @@ import tempfile
 import unittest
 
 from portable_executable import imported_libraries, SYSTEM_LIBRARIES
+from small_disk import small_disk
 
 STAGE = None
 CROSS_COMPILERS = ("x86_64-w64-mingw32-g++-posix", "x86_64-w64-mingw32-g++")
@@ -29,17 +30,6 @@ vorla Hello {
     button greet { text = "Greet"; x = 10; y = 10; on click { string x = "Hello"; } }
 }
 """
-
-
-def small_disk(folder, size):
-    """Mounts a disk of that many bytes; a limit on file sizes stands in where mounting is not
-    allowed. Gives back what to undo and what a command has to do first."""
-    mounted = subprocess.run(["mount", "-t", "tmpfs", "-o", f"size={size},mode=777", "none", folder],
-                             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                             check=False).returncode == 0
-    if mounted:
-        return lambda: subprocess.run(["umount", "-l", folder], check=True), None
-    return lambda: None, lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
 
 
 class ProgramsTest(unittest.TestCase):
@@ -63,6 +53,12 @@ class ProgramsTest(unittest.TestCase):
         shutil.copytree(STAGE, folder,
                         ignore=shutil.ignore_patterns("*.gch", "made", "names", "lock", "failed"))
         return os.path.join(folder, "orvanec")
+
+    def size_of_installation(self):
+        """In bytes, without the precompiled header."""
+        return sum(os.path.getsize(os.path.join(folder, name))
+                   for folder, _, names in os.walk(STAGE) for name in names
+                   if not name.endswith(".gch"))
 
     def build(self, source, *options, compiler=None, status=0, **more):
         result = subprocess.run([compiler or os.path.join(STAGE, "orvanec"), source, *options],
@@ -199,8 +195,8 @@ class BadPlaces(ProgramsTest):
     def test_full_disk_under_the_installation(self):
         disk = self.path("disk")
         os.mkdir(disk)
-        # Room for the tree with an unstripped compiler, not for the header of 100 MB.
-        unmount, limit = small_disk(disk, 40_000_000)
+        # Room for the tree, whose programs may be unstripped, not for the header of 100 MB.
+        unmount, limit = small_disk(disk, self.size_of_installation() + 20_000_000)
         with contextlib.ExitStack() as stack:
             stack.callback(unmount)
             compiler = self.install(os.path.join(disk, "orvane"))

@@ -94,7 +94,7 @@ class Pages(unittest.TestCase):
                 command = blocks.get("sh", CHECK).strip()
                 self.assertEqual(orvane(command, folder)[0], blocks[""])
                 self.assertRegex(blocks[""], rf"{severities[name]}: .* \[{name}\]\n")
-                self.assertRegex(blocks[""], r"\n      = \S.*\.\n")
+                self.assertRegex(blocks[""], r"\n      = \S.+\n")
 
     def test_corrected_programs_print_nothing(self):
         for name in page_names():

@@ -14,9 +14,9 @@ cmake --preset coverage > /dev/null
 cmake --build --preset coverage -j"$jobs" --target unit_and_golden_tests orvanec | tail -n 1
 find build/coverage -name '*.gcda' -delete
 bin=build/coverage/bin
+# The tests of times measure this build's counters more than the code.
 for program in "$bin"/unit_* "$bin"/golden_test; do
-    case $program in *.py | *.cmake) continue ;; esac
-    "$program" --gtest_brief=1
+    "$program" --gtest_brief=1 --gtest_filter='-*ScannerTime*'
 done
 python3 tests/driver/process_test.py "$bin/orvanec"
 

@@ -60,6 +60,8 @@ add_group() {
         bench)
             need libbenchmark-dev has_file /usr/include/benchmark/benchmark.h
             need valgrind has_command valgrind
+            need python3 has_command python3
+            need lua5.4 has_command lua5.4
             ;;
         format) need clang-format has_command clang-format ;;
         screen)

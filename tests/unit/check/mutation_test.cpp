@@ -25,7 +25,7 @@ std::vector<std::string> listPrograms() {
     std::vector<std::string> programs;
     for (const char* folder : {"tests/golden", "examples"})
         for (const auto& entry : std::filesystem::recursive_directory_iterator(
-                 std::filesystem::path(ORVANE_SOURCE_DIR) / folder))
+                 std::filesystem::path(ORVANE_SOURCE_ROOT) / folder))
             if (entry.path().extension() == ".vorla" && entry.file_size() < 6000)
                 programs.push_back(readAll(entry.path()));
     std::sort(programs.begin(), programs.end());
