@@ -88,19 +88,13 @@ wine_up() {
     (
         flock 9
         if [ ! -f "$WINEPREFIX/.ready" ]; then wine_create_prefix "$1" 9>&-; fi
-        if [ -f "$WINEPREFIX/.ready" ]; then wine_keep_server 9>&-; fi
     ) 9> "$WINEPREFIX.lock"
     if [ ! -f "$WINEPREFIX/.ready" ]; then
         echo "Wine could not make its prefix; see $WINEPREFIX/setup.log" >&2
         return 1
     fi
-}
-
-# By itself Wine's server ends with its last program, at times under one that is just connecting; so it
-# waits a minute for the next. What it starts first would keep the output of that program open for as
-# long, hence a program without one. Nothing happens when the server is there.
-wine_keep_server() {
-    if wineserver -p60; then "$WINE" cmd /c rem; fi < /dev/null > /dev/null 2>&1 || true
+    # By itself the server ends with its last program, at times under one that is just connecting.
+    wineserver -p60 < /dev/null > /dev/null 2>&1 || true
 }
 
 # wine_run PROGRAM ARGUMENTS...: the program's exit code, 124 when it had to be ended.
