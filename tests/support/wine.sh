@@ -93,8 +93,6 @@ wine_up() {
         echo "Wine could not make its prefix; see $WINEPREFIX/setup.log" >&2
         return 1
     fi
-    # By itself the server ends with its last program, at times under one that is just connecting.
-    wineserver -p60 < /dev/null > /dev/null 2>&1 || true
 }
 
 # wine_run PROGRAM ARGUMENTS...: the program's exit code, 124 when it had to be ended.
