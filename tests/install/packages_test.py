@@ -197,13 +197,19 @@ class WindowsArchive(Unpacked):
             self.assertFalse(os.path.exists(os.path.join(disk, "app.exe")))
 
     def test_two_builds_at_once_with_a_new_installation(self):
-        sources = [self.copy_example(name, to=name) for name in ("tea_timer", "notepad")]
-        running = [subprocess.Popen([WINE_RUN, self.compiler(), os.path.basename(source), "--normal"],
-                                    cwd=self.project, stdin=subprocess.DEVNULL,
-                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+        # In folders of their own: the C++ files of a folder have fixed names.
+        sources = []
+        for name in ("tea_timer", "notepad"):
+            os.mkdir(os.path.join(self.project, name))
+            sources.append(self.copy_example(name, to=os.path.join(name, "app")))
+        running = [subprocess.Popen([WINE_RUN, self.compiler(), "app.vorla", "--normal"],
+                                    cwd=os.path.dirname(source), stdin=subprocess.DEVNULL,
+                                    stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                                     env={**os.environ, "ORVANE_TEST_TIMEOUT": "600"})
                    for source in sources]
-        self.assertEqual([process.wait(timeout=600) for process in running], [0, 0])
+        outputs = [process.communicate(timeout=600)[0].decode(errors="replace")[-500:]
+                   for process in running]
+        self.assertEqual([process.returncode for process in running], [0, 0], outputs)
         for source in sources:
             self.assertLessEqual(imported_libraries(source.replace(".vorla", ".exe")),
                                  SYSTEM_LIBRARIES)
