@@ -271,6 +271,7 @@ ExprType TypeChecker::settleCall(const CallExpr& call, std::string_view shown,
 void TypeChecker::reportCount(const CallExpr& call, std::string_view shown,
                               const std::vector<Candidate>& candidates) {
     std::vector<std::size_t> counts;
+    counts.reserve(candidates.size());
     for (const Candidate& candidate : candidates) counts.push_back(candidate.parameters.size());
     std::sort(counts.begin(), counts.end());
     counts.erase(std::unique(counts.begin(), counts.end()), counts.end());
