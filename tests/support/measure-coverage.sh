@@ -11,11 +11,11 @@ cd "$(dirname "$0")/../.."
 least=${1:-95}
 jobs=${JOBS:-$(nproc)}
 cmake --preset coverage > /dev/null
-cmake --build --preset coverage -j"$jobs" --target unit_and_golden_tests orvanec orvane | tail -n 1
+cmake --build --preset coverage -j"$jobs" --target unit_and_golden_tests corpus_test orvanec orvane | tail -n 1
 find build/coverage -name '*.gcda' -delete
 bin=build/coverage/bin
 # The tests of times measure this build's counters more than the code.
-for program in "$bin"/unit_* "$bin"/golden_test; do
+for program in "$bin"/unit_* "$bin"/golden_test "$bin"/corpus_test; do
     "$program" --gtest_brief=1 --gtest_filter='-*ScannerTime*'
 done
 # As root the tests run the compiler as a user without rights, who has to write the counts as well.

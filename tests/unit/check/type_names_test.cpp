@@ -137,6 +137,11 @@ TEST(ReservedNames, WordsOfCppAndMacrosAreRefusedWhereTheyAreWritten) {
               "reserved-name <new> 'new' is a word of C++ and cannot be a name here\n");
 }
 
+TEST(ReservedNames, AWordOfCppIsNoFunction) {
+    EXPECT_EQ(said(inHandler("alert(sizeof(1));")),
+              "reserved-name <sizeof> 'sizeof' is a word of C++ and cannot be a name here\n");
+}
+
 TEST(NamesOfMethods, OnesBelowAreNotKnown) {
     const std::string above = "class K { value a() { K k = _this; return k.b(); } "
                               "value b() { return 1; } }";

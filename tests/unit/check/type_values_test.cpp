@@ -26,6 +26,16 @@ TEST(Arguments, OfTypedParametersHaveTheirType) {
               "");
 }
 
+TEST(Arguments, DynamicOnesAreConvertedFirst) {
+    const auto hintFor = [](const std::string& type) {
+        return hintOf(inHandler("value v = 1; take(v);", "void take(" + type + " x) { } "));
+    };
+    EXPECT_EQ(hintFor("int"), "Convert it: toInt(...) of the library 'math'.");
+    EXPECT_EQ(hintFor("double"), "Convert it: toDouble(...) of the library 'math'.");
+    EXPECT_EQ(hintFor("bool"), "Convert it: toBool(...) of the library 'math'.");
+    EXPECT_EQ(hintFor("string"), "Store it first: string t = \"\" + x; and pass t.");
+}
+
 TEST(Arguments, ThatAreChangedAreVariables) {
     EXPECT_EQ(said(inHandler("push({1}, 2);"), {"array"}),
               "argument-no-variable <{1}> 'push' changes this argument, so it must be a dynamic "
