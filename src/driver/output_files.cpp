@@ -20,7 +20,10 @@ bool wouldOverwriteSource(const fs::path& path, const OutputFiles& files) {
     return path == files.source || isSameFile(path, files.source);
 }
 
-TextFile::TextFile(const fs::path& path) : file(path, std::ios::binary | std::ios::trunc) {
+// Opening a pipe would wait for somebody to read it.
+TextFile::TextFile(const fs::path& path) {
+    std::error_code error;
+    if (!fs::is_fifo(path, error)) file.open(path, std::ios::binary | std::ios::trunc);
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     take(byteOrderMark);
 }

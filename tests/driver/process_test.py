@@ -344,6 +344,14 @@ class OutputFiles(ProcessTest):
         os.chmod(self.path("work/code_generation"), 0o777)
         self.check_cannot_write("import.hpp")
 
+    def test_with_a_pipe_in_place_of_a_file(self):
+        for name in ("import.hpp", "main.cpp"):
+            with self.subTest(name):
+                self.installed.write("work/code_generation/" + name, "")
+                os.remove(self.path("work/code_generation", name))
+                os.mkfifo(self.path("work/code_generation", name))
+                self.check_cannot_write(name)
+
     def test_on_a_full_disk(self):
         for name in ("import.hpp", "main.cpp"):
             with self.subTest(name):
