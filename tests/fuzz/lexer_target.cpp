@@ -33,6 +33,7 @@ void checkTokens(const std::string& source) {
     const std::vector<std::string_view> pieces = piecesOf(source, tokens);
     for (std::size_t index = 0; index < pieces.size(); ++index) {
         if (index > 0) require(offsets[index - 1] < offsets[index], "tokens do not overlap");
+        require(isSpelledRight(tokens[index]), "a token is spelled as its kind is");
         require(holdsNothingElse(pieces[index], tokens[index]), "no token is passed over");
         checkPiece(pieces[index], tokens[index]);
     }

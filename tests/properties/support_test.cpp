@@ -50,6 +50,18 @@ TEST(TokenPieces, EndWhereTheNextTokenBegins) {
     EXPECT_EQ(piecesOf(source, tokens), expected);
 }
 
+TEST(TokenPieces, HaveTheTextOfTheirKind) {
+    const auto isRight = [](TokenType type, std::string_view text) {
+        return isSpelledRight(Token(type, text, 1, 1));
+    };
+    EXPECT_TRUE(isRight(TokenType::RightBrace, "}"));
+    EXPECT_FALSE(isRight(TokenType::RightBrace, "};"));
+    EXPECT_FALSE(isRight(TokenType::Identifier, "a b"));
+    EXPECT_FALSE(isRight(TokenType::FloatLiteral, "1.x"));
+    EXPECT_FALSE(isRight(TokenType::Unknown, "/* a */"));
+    EXPECT_TRUE(isRight(TokenType::StringLiteral, "a b"));
+}
+
 TEST(TokenPieces, HoldOneTokenAndFiller) {
     EXPECT_TRUE(isFiller(" \n/* \" */ // a\n\t"));
     EXPECT_TRUE(isFiller("/* no end"));

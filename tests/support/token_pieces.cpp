@@ -76,6 +76,30 @@ std::size_t characterLength(std::string_view text, std::string_view content) {
 
 } // namespace
 
+bool isSpelledRight(const Token& token) {
+    const auto consistsOf = [&](std::string_view characters) {
+        return token.text().find_first_not_of(characters) == std::string_view::npos;
+    };
+    constexpr std::string_view separators = " \t\r\n\v\f{}()[];,:?\"'#+-*/%=!<>&|.";
+    if (token.type >= TokenType::Assign && token.type <= TokenType::Colon)
+        return token.text() == spellingOf(token.type);
+    switch (token.type) {
+    case TokenType::Unknown:
+        return token.text().size() == 1;
+    case TokenType::IntegerLiteral:
+        return consistsOf("0123456789");
+    case TokenType::FloatLiteral:
+        return consistsOf("0123456789.");
+    case TokenType::ColorLiteral:
+        return token.text().starts_with('#') && consistsOf("#0123456789ABCDEFabcdef");
+    case TokenType::StringLiteral:
+    case TokenType::CharLiteral:
+        return true;
+    default:
+        return token.text().find_first_of(separators) == std::string_view::npos;
+    }
+}
+
 bool isFiller(std::string_view text) {
     while (!text.empty()) {
         const std::size_t length = fillerLength(text);

@@ -17,6 +17,9 @@ std::vector<std::size_t> offsetsOf(std::string_view source, const std::vector<To
 // token and the blanks and comments behind it.
 std::vector<std::string_view> piecesOf(std::string_view source, const std::vector<Token>& tokens);
 
+// Whether the token has a text that its kind can have; texts and characters in quotes can have any.
+bool isSpelledRight(const Token& token);
+
 // Whether the text is blanks and comments only.
 bool isFiller(std::string_view text);
 
