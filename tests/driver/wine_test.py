@@ -183,7 +183,7 @@ class Failures(WineTest):
         for name in ("NUL", "CON", "COM1", "AUX", "\\\\.\\NUL", "app.vorla:stream", ":x"):
             with self.subTest(name):
                 output = self.build(name, status=1)
-                self.assertTrue(output.splitlines()[-1].startswith("Error: Cannot "), output)
+                self.assertTrue(output.endswith(f"Error: Cannot open '{name}'\n"), output)
                 self.assertEqual(self.installed.files(), before)
 
     def test_arguments_are_not_expanded(self):
