@@ -125,8 +125,8 @@ ExprType TypeChecker::callOfLibrary(const CallExpr& call) {
     for (const FunctionEntry& entry : libraries.find(call.name)) {
         const LibraryType* result = findLibraryType(entry.returnType);
         Candidate candidate{.result = result ? result->type : ValueType::unknown};
-        for (const std::string& text : entry.paramTypes) {
-            const LibraryType* type = findLibraryType(text);
+        for (const LibraryParameter& parameter : parametersOf(entry)) {
+            const LibraryType* type = findLibraryType(parameter.type);
             candidate.parameters.push_back(type ? Wanted{type->type, type->variable}
                                                 : Wanted{ValueType::unknown, false});
         }
