@@ -42,7 +42,7 @@ demo:
 	@tests/support/demo.sh $(EXAMPLE)
 
 test:
-	@$(SETUP) build windows tests screen fuzz
+	@$(SETUP) build windows tests screen fuzz static
 	@JOBS=$(JOBS) tests/support/run-tests.sh
 
 packages:

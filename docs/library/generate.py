@@ -67,10 +67,10 @@ class Function:
         return not self.name.startswith("orx")
 
     def signature(self):
-        return f"{self.name}({', '.join(name.split()[-1] for _, name in self.parameters)})"
+        return f"{self.name}({', '.join(name for _, name in self.parameters)})"
 
     def changed(self):
-        return [name for kind, name in self.parameters if kind.endswith("&")]
+        return [name for kind, name in self.parameters if kind == "Value&"]
 
 
 @dataclass
@@ -82,9 +82,10 @@ class Library:
 
 
 def read_parameters(text):
-    """(type, name) of each; a form that takes a C++ number is the twin of one that takes a value."""
+    """(type, name) of each. A program sees no difference between `const Value&` and `value`."""
     pieces = [piece.strip() for piece in text.split(",") if piece.strip()]
-    return [tuple(piece.split(None, 1)) if " " in piece else ("value", piece) for piece in pieces]
+    pairs = [tuple(piece.rsplit(None, 1)) if " " in piece else ("value", piece) for piece in pieces]
+    return [("value" if kind == "const Value&" else kind, name) for kind, name in pairs]
 
 
 def read_comment(function):
@@ -142,7 +143,7 @@ def libraries():
 
 def is_twin(function):
     """Whether this form only catches C++ numbers for a form of the same name with values."""
-    return any(kind in ("int", "double", "const") for kind, _ in function.parameters)
+    return any(kind in ("int", "double", "const char*") for kind, _ in function.parameters)
 
 
 def public_functions(library):

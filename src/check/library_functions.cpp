@@ -36,7 +36,30 @@ std::set<std::string> functionNames(const fs::path& file) {
     return names;
 }
 
+// The loader takes the first word for the type.
+LibraryParameter parameterOf(const std::string& text) {
+    constexpr std::string_view blanks = " \t\n\r\v\f";
+    const std::size_t nameStart = text.find_last_of(" \t\n\r\v\f&*") + 1;
+    std::string type;
+    bool isApart = false;
+    for (const char character : text.substr(0, nameStart)) {
+        const bool isBlank = blanks.find(character) != std::string_view::npos;
+        if (!isBlank && isApart && character != '&' && character != '*') type += ' ';
+        if (!isBlank) type += character;
+        isApart = isBlank;
+    }
+    return {type, text.substr(nameStart)};
+}
+
 } // namespace
+
+std::vector<LibraryParameter> parametersOf(const FunctionEntry& function) {
+    std::vector<LibraryParameter> parameters;
+    for (std::size_t index = 0; index < function.paramTypes.size(); ++index)
+        parameters.push_back(
+            parameterOf(function.paramTypes[index] + " " + function.paramNames[index]));
+    return parameters;
+}
 
 LibraryFunctions::LibraryFunctions(fs::path installedFolder)
     : bootloader(functions, console), folders{"./orlib", "./Lib", "../orlib", "../Lib", "."} {

@@ -26,6 +26,15 @@
 
 namespace Orvane {
 
+// A parameter of a library function as it stands in the file: the last word is its name, all before
+// it the type, one blank between two words and none before & and *: {"const Value&", "list"}.
+struct LibraryParameter {
+    std::string type;
+    std::string name;
+};
+
+std::vector<LibraryParameter> parametersOf(const FunctionEntry& function);
+
 class LibraryFunctions {
 public:
     // The folder of the installation's libraries; one that does not exist counts as empty.

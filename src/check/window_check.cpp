@@ -22,8 +22,8 @@ NameUses::Wanted namesOfControls(const Vorla* window) {
     return names;
 }
 
-bool isTarget(std::string_view parameter) {
-    return parameter == "target" || parameter == "targets";
+bool isTarget(const LibraryParameter& parameter) {
+    return parameter.name == "target" || parameter.name == "targets";
 }
 
 } // namespace
@@ -45,7 +45,8 @@ bool WindowCheck::takesTarget(std::string_view function) const {
     const auto overloads = libraries.find(function);
     if (overloads.empty()) return true;
     return std::any_of(overloads.begin(), overloads.end(), [](const FunctionEntry& entry) {
-        return std::any_of(entry.paramNames.begin(), entry.paramNames.end(), isTarget);
+        const std::vector<LibraryParameter> parameters = parametersOf(entry);
+        return std::any_of(parameters.begin(), parameters.end(), isTarget);
     });
 }
 

@@ -48,7 +48,8 @@ public:
     template <std::size_t size>
     TextStream& operator<<(const char (&literal)[size]) {
         constexpr std::size_t characters = size - 1;
-        std::memcpy(roomFor(characters), literal, characters);
+        if constexpr (characters > 0) // memcpy wants a buffer even for nothing
+            std::memcpy(roomFor(characters), literal, characters);
         length += characters;
         return *this;
     }

@@ -72,6 +72,14 @@ def check_pages(stage, work):
     pages = stage.generator.pages()
     if "index.md" not in pages or len(pages) < 20:
         complaints.append(f"only {len(pages)} pages are made")
+    # A reference that is only read is a value to the reader of a page; nothing is said to change.
+    made = stage.generator.Function("f", "int", stage.generator.read_parameters(
+        "const Value& list, Value& other, value x, y, const char* text"), [])
+    kinds = [kind for kind, _ in made.parameters]
+    if kinds != ["value", "Value&", "value", "value", "const char*"] or made.changed() != ["other"]:
+        complaints.append(f"parameters are read as {made.parameters}")
+    if made.signature() != "f(list, other, x, y, text)":
+        complaints.append(f"a signature is shown as {made.signature()}")
     return complaints
 
 

@@ -37,15 +37,27 @@ std::vector<std::string> definedNames(const std::string& text) {
 // "const char* pattern" is read as the type const and the name "char* pattern".
 std::string lastWord(const std::string& name) { return name.substr(name.rfind(' ') + 1); }
 
+// The type as it is written: all before the last word.
+std::string wholeType(const FunctionEntry& entry, std::size_t index) {
+    const std::string text = entry.paramTypes[index] + " " + entry.paramNames[index];
+    return text.substr(0, text.rfind(' '));
+}
+
+bool changesAnArgument(const FunctionEntry& entry) {
+    for (std::size_t i = 0; i < entry.paramTypes.size(); ++i)
+        if (wholeType(entry, i) == "Value&") return true;
+    return false;
+}
+
 bool isHelper(const std::string& name) { return name.compare(0, 3, "orx") == 0; }
 
 // A form for literals, which the C function of the same name would take otherwise.
 bool takesLiterals(const FunctionEntry& entry) {
     static const std::set<std::string> cNames = {"atoi",   "atof",   "gmtime", "localtime",
                                                  "mktime", "printf", "sprintf"};
-    const std::string first = entry.paramTypes.empty() ? "" : entry.paramTypes[0];
+    const std::string first = entry.paramTypes.empty() ? "" : wholeType(entry, 0);
     return cNames.count(entry.name) > 0 &&
-           (first == "int" || first == "double" || first == "const");
+           (first == "int" || first == "double" || first == "const char*");
 }
 
 ReplacementTable everything() {
@@ -147,11 +159,54 @@ TEST(LibraryFunctions, callHelpersOnly) {
 TEST(LibraryFunctions, takeDynamicValues) {
     forEachFunction(everything(), [](const std::string& name, const FunctionEntry& entry) {
         if (isHelper(name)) return;
-        for (const std::string& type : entry.paramTypes) {
+        for (std::size_t i = 0; i < entry.paramTypes.size(); ++i) {
+            const std::string type = wholeType(entry, i);
             const bool isForLiterals = takesLiterals(entry);
-            EXPECT_TRUE(type == "value" || type == "Value&" || isForLiterals)
+            EXPECT_TRUE(type == "value" || type == "const Value&" || type == "Value&" ||
+                        isForLiterals)
                 << name << ": " << type;
         }
+    });
+}
+
+// A list, a dict or a long text is copied for a `value`. Beside an argument that is changed one is
+// needed, for it may be a part of that; and so it is where the copy becomes the result.
+TEST(LibraryFunctions, ofDataCopyNoArgumentThatTheyOnlyRead) {
+    const std::map<std::string, std::string> ownCopies = {
+        {"concat", "a"},        {"flatten", "list"},    {"chunk", "list"},
+        {"shuffle", "list"},    {"zip", "a b"},         {"dictMerge", "a"},
+        {"dictOmit", "d"},      {"queueToList", "q"},   {"toList", "x"},
+        {"toDict", "x"},        {"mergeValues", "a b"}, {"jsonMerge", "a"},
+        {"cumulative", "list"}, {"histogram", "list"},  {"matrixMultiply", "a"},
+        {"transpose", "m"},     {"determinant", "m"},   {"solveLinear", "m"},
+        {"median", "list"},     {"percentile", "list"}, {"orxNewNode", "v"}};
+    RecordingConsole console;
+    const ReplacementTable table = loadLibraries(
+        folder, {"array.orlib", "color.orlib",   "container.orlib", "crypto.orlib", "dict.orlib",
+                 "io.orlib",    "json.orlib",    "list.orlib",      "log.orlib",    "math.orlib",
+                 "math2.orlib", "numeric.orlib", "queue.orlib",     "regex.orlib",  "set.orlib",
+                 "stack.orlib", "string.orlib",  "text.orlib",      "time.orlib",   "tree.orlib"},
+        console);
+    std::set<std::string> seen;
+    forEachFunction(table, [&](const std::string& name, const FunctionEntry& entry) {
+        std::string copied;
+        for (std::size_t i = 0; i < entry.paramTypes.size(); ++i)
+            if (wholeType(entry, i) == "value")
+                copied += (copied.empty() ? "" : " ") + entry.paramNames[i];
+        if (copied.empty() || changesAnArgument(entry)) return;
+        const auto known = ownCopies.find(name);
+        EXPECT_EQ(copied, known == ownCopies.end() ? "" : known->second) << name;
+        seen.insert(name);
+    });
+    EXPECT_EQ(seen.size(), ownCopies.size());
+}
+
+// A list cannot change while a function reads an element of it.
+TEST(LibraryFunctions, thatChangeAnArgumentCopyTheOthers) {
+    forEachFunction(everything(), [](const std::string& name, const FunctionEntry& entry) {
+        if (isHelper(name) || !changesAnArgument(entry)) return;
+        for (std::size_t i = 0; i < entry.paramTypes.size(); ++i)
+            EXPECT_NE(wholeType(entry, i), "const Value&") << name;
     });
 }
 
