@@ -44,7 +44,7 @@ TEST(LibraryParameters, ThatAreOnlyReadTakeAnyValue) {
     folder.write("own.orlib", "int readIt(const Value& x) { return 1; }\n"
                               "int changeIt(Value &x) { return 1; }\n"
                               "int takeIt(value x) { return 1; }\n");
-    const auto messages = [&folder](const std::string& statements) {
+    const auto saidOf = [&folder](const std::string& statements) {
         const ParsedSource source("test.vorla", inHandler(statements));
         LibraryFunctions libraries(folder.path());
         libraries.load("own");
@@ -55,12 +55,12 @@ TEST(LibraryParameters, ThatAreOnlyReadTakeAnyValue) {
         return texts;
     };
     for (const std::string name : {"readIt", "takeIt"})
-        EXPECT_EQ(messages("value v = {1}; int n = 1; " + name + "(v); " + name + "(n); " + name +
-                           "({1}); " + name + "(2); " + name + "(\"t\");"),
+        EXPECT_EQ(saidOf("value v = {1}; int n = 1; " + name + "(v); " + name + "(n); " + name +
+                         "({1}); " + name + "(2); " + name + "(\"t\");"),
                   Texts{})
             << name;
     const Texts refused = {"'changeIt' changes this argument, so it must be a dynamic variable"};
-    EXPECT_EQ(messages("value v = {1}; changeIt(v);"), Texts{});
-    EXPECT_EQ(messages("changeIt({1});"), refused);
-    EXPECT_EQ(messages("int n = 1; changeIt(n);"), refused);
+    EXPECT_EQ(saidOf("value v = {1}; changeIt(v);"), Texts{});
+    EXPECT_EQ(saidOf("changeIt({1});"), refused);
+    EXPECT_EQ(saidOf("int n = 1; changeIt(n);"), refused);
 }
