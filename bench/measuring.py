@@ -39,10 +39,22 @@ def translate(stage, source, folder):
     return shlex.split(line.removeprefix("  Command: "))
 
 
-def wine(function, *words):
-    """Runs a function of tests/support/wine.sh in the prefix without a screen; gives its output."""
+def real_time():
+    """The start of a command line that runs before all other programs of the machine; empty where that
+    is not allowed."""
+    words = ["chrt", "--rr", "5"]
+    try:
+        allowed = subprocess.run([*words, "true"], capture_output=True).returncode == 0
+    except FileNotFoundError:
+        allowed = False
+    return words if allowed else []
+
+
+def wine(function, *words, under=()):
+    """Runs a function of tests/support/wine.sh in the prefix without a screen; gives its output.
+    "under" is the start of the command line."""
     script = ". tests/support/wine.sh; wine_up null || exit; " + function + ' "$@"'
-    done = subprocess.run(["bash", "-c", script, "bash", *[str(word) for word in words]], cwd=ROOT,
+    done = subprocess.run([*under, "bash", "-c", script, "bash", *[str(word) for word in words]], cwd=ROOT,
                           capture_output=True, text=True,
                           env={**os.environ, "ORVANE_TEST_TIMEOUT": "600"})
     if done.returncode != 0:

@@ -70,9 +70,12 @@ private:
         const std::vector<Token> tokens = lexer.tokenize();
         const std::size_t quote = curvedQuoteIn(tokens);
         if (!problems.empty() && problems.front().offset < quote)
-            return repair(problems.front(), tokens), true;
-        if (quote == std::string::npos) return false;
-        return repairCurved(quote), true;
+            repair(problems.front(), tokens);
+        else if (quote != std::string::npos)
+            repairCurved(quote);
+        else
+            return false;
+        return true;
     }
 
     // The parser must not meet a number without a value: those behind the last problem that is
@@ -173,7 +176,7 @@ private:
 
     // A quote at the beginning of a line begins a comment elsewhere.
     void repairCharacter(std::size_t begin) {
-        std::string& text = report.repaired;
+        const std::string& text = report.repaired;
         const std::size_t end = lineEnd(text, begin);
         const std::size_t closing = text.find('\'', begin + 1);
         if (closing < end) {

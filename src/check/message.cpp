@@ -22,6 +22,13 @@ std::string fillGaps(std::string_view pattern, std::initializer_list<std::string
 
 } // namespace
 
+std::vector<std::string_view> messageIds() {
+    std::vector<std::string_view> ids;
+    ids.reserve(messages.size());
+    for (const Message& message : messages) ids.push_back(message.id);
+    return ids;
+}
+
 std::optional<MessageId> findMessage(std::string_view id) {
     for (std::size_t index = 0; index < messages.size(); ++index)
         if (messages[index].id == id) return static_cast<MessageId>(index);

@@ -48,6 +48,9 @@ inline constexpr std::array messages = {
 
 constexpr const Message& messageOf(MessageId id) { return messages[static_cast<std::size_t>(id)]; }
 
+// The ids of all messages, in the order of the table.
+std::vector<std::string_view> messageIds();
+
 // Nothing when no message has the id.
 std::optional<MessageId> findMessage(std::string_view id);
 

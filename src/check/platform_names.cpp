@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
+#include <string>
 
 namespace Orvane {
 
@@ -62,9 +63,80 @@ constexpr std::string_view plainFunctions[] = {
     "toupper",     "trunc",       "unique",
 };
 
-// Functions of C without parameters, in byte order.
-constexpr std::string_view bareFunctions[] = {
-    "clock", "fcloseall", "fgetchar", "flushall", "getchar", "getpid", "getwchar", "rand", "rmtmp",
+// Macros with arguments, and names that stand for one, in byte order. Those with an underscore are
+// left out.
+constexpr std::string_view macroFunctions =
+    " ARRAYSIZE BTYPE CMYK CacheLineFlush CopyCursor CopyMemory CreateDialog CreateDialogA"
+    " CreateDialogIndirect CreateDialogIndirectA CreateDialogIndirectW CreateDialogW"
+    " CreateWindow CreateWindowA CreateWindowW DECREF DefHookProc DefineHandleTable DialogBox"
+    " DialogBoxA DialogBoxIndirect DialogBoxIndirectA DialogBoxIndirectW DialogBoxW EIRESID"
+    " EnumTaskWindows ExitWindows FAILED FillMemory FreeModule FreeProcInstance GetBValue"
+    " GetCValue GetCallersEflags GetCurrentTime GetFreeSpace GetGValue GetKValue GetMValue"
+    " GetNextWindow GetRValue GetScode GetSysModalWindow GetWindowTask GetYValue GlobalDiscard"
+    " GlobalLRUNewest GlobalLRUOldest HIBYTE HIWORD Handle64ToHandle HandleToHandle32"
+    " HandleToHandle64 HandleToUlong HasOverlappedIoCompleted INCREF INDEXTOOVERLAYMASK"
+    " INDEXTOSTATEIMAGEMASK ISARY ISFCN ISPTR ISTAG Int32x32To64 Int64ShllMod32 Int64ShraMod32"
+    " Int64ShrlMod32 InterlockedDecrementSizeT InterlockedExchangeAddSizeT"
+    " InterlockedIncrementSizeT IsEqualCLSID IsEqualFMTID IsEqualIID IsReparseTagMicrosoft"
+    " IsReparseTagNameSurrogate LANGIDFROMLCID LOBYTE LOWORD LimitEmsPages LocalDiscard"
+    " LockSegment MAKEINTATOM MAKEINTRESOURCE MAKEINTRESOURCEA MAKEINTRESOURCEW MAKEIPADDRESS"
+    " MAKEIPRANGE MAKELANGID MAKELCID MAKELONG MAKELPARAM MAKELRESULT MAKEPOINTS MAKEROP4"
+    " MAKESORTLCID MAKEWORD MAKEWPARAM MakeProcInstance MoveMemory NEXTRAWINPUTBLOCK OSVER"
+    " PALETTEINDEX PALETTERGB POINTSTOPOINT POINTTOPOINTS PRIMARYLANGID PostAppMessage"
+    " PostAppMessageA PostAppMessageW PreFetchCacheLine PrefetchForWrite"
+    " ProcThreadAttributeValue PropagateResult Ptr64ToPtr PtrToPtr64 RGB ReadForWriteAccess"
+    " ReadTimeStampCounter ResultFromScode RotateLeft32 RotateRight32 RtlCopyMemory"
+    " RtlEqualMemory RtlFillMemory RtlMoveMemory RtlZeroMemory SORTIDFROMLCID"
+    " SORTVERSIONFROMLCID SPVER SUBLANGID SUBVER SUCCEEDED SetSwapAreaSize SetSysModalWindow"
+    " TEXT UInt32x32To64 UintToPtr UlongToHandle UlongToPtr UnlockResource UnlockSegment Yield"
+    " ZeroMemory alloca isascii iscsym iscsymf offsetof timerclear timercmp timerisset toascii ";
+
+// Functions of C and of Windows that have no parameters but a result, in byte order.
+constexpr std::string_view bareFunctions =
+    " AllocConsole AnyPopup AreFileApisANSI CancelShutdown CloseClipboard CommDlgExtendedError"
+    " ConvertFiberToThread CountClipboardFormats CreateMenu CreatePopupMenu"
+    " CreateThreadpoolCleanupGroup CreateTimerQueue DestroyCaret EmptyClipboard"
+    " EnableMouseInPointerForThread EndMenu FreeConsole GdiFlush GdiGetBatchLimit GetACP"
+    " GetActiveProcessorGroupCount GetActiveWindow GetCapture GetCaretBlinkTime"
+    " GetClipboardOwner GetClipboardSequenceNumber GetClipboardViewer GetCommandLineA"
+    " GetCommandLineW GetConsoleAliasExesLengthA GetConsoleAliasExesLengthW GetConsoleCP"
+    " GetConsoleOutputCP GetConsoleWindow GetCurrentFiber GetCurrentProcess GetCurrentProcessId"
+    " GetCurrentProcessToken GetCurrentProcessorNumber GetCurrentThread"
+    " GetCurrentThreadEffectiveToken GetCurrentThreadId GetCurrentThreadToken GetCursor"
+    " GetDesktopWindow GetDialogBaseUnits GetDoubleClickTime GetDpiForSystem"
+    " GetEnabledXStateFeatures GetEnvironmentStrings GetEnvironmentStringsW GetErrorMode"
+    " GetFiberData GetFocus GetForegroundWindow GetInputState GetKBCodePage GetLargePageMinimum"
+    " GetLastError GetLogicalDrives GetMUILanguage GetMaximumProcessorGroupCount"
+    " GetMenuCheckMarkDimensions GetMessageExtraInfo GetMessagePos GetMessageTime GetOEMCP"
+    " GetOpenClipboardWindow GetProcessHeap GetProcessWindowStation GetShellWindow"
+    " GetSystemDEPPolicy GetSystemDefaultLCID GetSystemDefaultLangID GetSystemDefaultUILanguage"
+    " GetThreadDpiAwarenessContext GetThreadDpiHostingBehavior GetThreadErrorMode"
+    " GetThreadLocale GetThreadUILanguage GetTickCount GetTickCount64 GetUnpredictedMessagePos"
+    " GetUserDefaultLCID GetUserDefaultLangID GetUserDefaultUILanguage GetVersion"
+    " ImmCreateContext InSendMessage InitNetworkAddressControl IsDebuggerPresent"
+    " IsMouseInPointerEnabled IsMousePointerEnabled IsProcessDPIAware IsSystemResumeAutomatic"
+    " IsThreadAFiber IsWow64Message LZStart LockWorkStation NtCurrentTeb"
+    " RegDisablePredefinedCache RegDisablePredefinedCacheEx ReleaseCapture RevertToSelf"
+    " SHLoadNonloadedIconOverlayIdentifiers SetProcessDPIAware SoundSentry SwitchToThread"
+    " TlsAlloc UnregisterApplicationRecoveryCallback UnregisterApplicationRestart"
+    " WTSGetActiveConsoleSessionId WTSGetServiceSessionId WTSIsServerContainer WaitMessage clock"
+    " fcloseall fgetchar flushall getchar getpid getwchar localeconv rand rmtmp tmpfile"
+    " wglGetCurrentContext wglGetCurrentDC ";
+
+// Functions of C and of Windows that take one number and give nothing.
+constexpr std::string_view silentFunctions =
+    " ExitProcess ExitThread FatalExit PostQuitMessage SetLastError Sleep exit srand ";
+
+// Functions of C and of Windows with the parameters that a function of a program can have.
+struct Signature {
+    std::string_view name;
+    std::size_t count;
+    ValueType parameter; // each of them
+};
+constexpr Signature sameFunctions[] = {
+    {"ReplyMessage", 1, ValueType::big}, {"abs", 1, ValueType::big},
+    {"abs", 1, ValueType::floating},     {"difftime", 2, ValueType::big},
+    {"div", 2, ValueType::big},          {"lldiv", 2, ValueType::big},
 };
 
 // Types and variables of the C++ library that stand beside a function of the same name, in byte
@@ -86,6 +158,11 @@ constexpr std::string_view templateFunctions[] = {
 template <std::size_t Count>
 bool contains(const std::string_view (&sorted)[Count], std::string_view name) {
     return std::binary_search(std::begin(sorted), std::end(sorted), name);
+}
+
+// Of a list with a blank around each name.
+bool containsWord(std::string_view list, std::string_view name) {
+    return list.find(' ' + std::string(name) + ' ') != std::string_view::npos;
 }
 
 std::uint64_t hashOf(std::string_view name) {
@@ -126,7 +203,20 @@ bool mayBePlatformName(std::string_view name) {
 
 bool isPlainPlatformFunction(std::string_view name) { return contains(plainFunctions, name); }
 
-bool isBareFunction(std::string_view name) { return contains(bareFunctions, name); }
+bool isMacroFunction(std::string_view name) { return containsWord(macroFunctions, name); }
+
+bool isSilentFunction(std::string_view name) { return containsWord(silentFunctions, name); }
+
+bool isBareFunction(std::string_view name) { return containsWord(bareFunctions, name); }
+
+bool isPlatformSignature(std::string_view name, std::span<const ValueType> parameters) {
+    const auto isSame = [&](const Signature& signature) {
+        return signature.name == name && signature.count == parameters.size() &&
+               std::all_of(parameters.begin(), parameters.end(),
+                           [&](ValueType type) { return type == signature.parameter; });
+    };
+    return std::any_of(std::begin(sameFunctions), std::end(sameFunctions), isSame);
+}
 
 bool isTemplateFunction(std::string_view name) { return contains(templateFunctions, name); }
 

@@ -4,6 +4,9 @@
 //     mayBePlatformName("sqrt");     // true
 #pragma once
 
+#include "check/value_types.h"
+
+#include <span>
 #include <string_view>
 
 namespace Orvane {
@@ -22,8 +25,19 @@ bool mayBePlatformName(std::string_view name);
 // string.
 bool isPlainPlatformFunction(std::string_view name);
 
-// Whether it is a function of C without parameters, beside which there can be no other one.
+// Whether it is a macro with arguments, which takes the place of every function of the name.
+bool isMacroFunction(std::string_view name);
+
+// Whether it is a function of C or Windows without parameters, beside which there can be no other
+// one.
 bool isBareFunction(std::string_view name);
+
+// Whether C or Windows have a function of this name and these parameters.
+bool isPlatformSignature(std::string_view name, std::span<const ValueType> parameters);
+
+// Whether it is a function of C or Windows that takes a number and gives nothing. A call with a
+// number means that one, if the function of the program takes a dynamic value.
+bool isSilentFunction(std::string_view name);
 
 // Whether it is a function of the C++ library that takes at least one argument.
 bool isTemplateFunction(std::string_view name);

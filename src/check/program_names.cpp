@@ -19,6 +19,7 @@ void collectScriptCalls(const Script* script, NameSet& names) {
 template <class Map>
 std::vector<std::string_view> keysOf(const Map& map) {
     std::vector<std::string_view> keys;
+    keys.reserve(map.size());
     for (const auto& entry : map) keys.push_back(entry.first);
     std::sort(keys.begin(), keys.end());
     return keys;

@@ -48,10 +48,10 @@ std::string_view SourceText::lineText(std::size_t line) const {
     if (line == 0 || line > lineStarts.size()) return {};
     const std::size_t begin = lineStarts[line - 1];
     const std::size_t end = line < lineStarts.size() ? lineStarts[line] : content.size();
-    std::string_view text = part({begin, end});
-    if (text.ends_with('\n')) text.remove_suffix(1);
-    if (text.ends_with('\r')) text.remove_suffix(1);
-    return text;
+    std::string_view shown = part({begin, end});
+    if (shown.ends_with('\n')) shown.remove_suffix(1);
+    if (shown.ends_with('\r')) shown.remove_suffix(1);
+    return shown;
 }
 
 } // namespace Orvane

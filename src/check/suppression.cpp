@@ -96,9 +96,7 @@ private:
     }
 
     static std::string hintFor(std::string_view id) {
-        std::vector<std::string_view> ids;
-        for (const Message& message : messages) ids.push_back(message.id);
-        const std::string_view meant = nearestName(id, ids);
+        const std::string_view meant = nearestName(id, messageIds());
         if (meant.empty()) return "Write ids as they stand in brackets behind the warnings.";
         return "Write '" + std::string(meant) + "' if you mean that.";
     }

@@ -201,16 +201,26 @@ ExprType TypeChecker::callOfUnknown(const CallExpr& call) {
     } else if (reservedWord(call.name) == ReservedWord::cpp) {
         report(MessageId::reservedName, place, {call.name, "C++"});
     } else {
-        std::vector<std::string_view> candidates = names.functionNames();
-        candidates.insert(candidates.end(), {"alert", "print"});
-        for (const auto& [name, entries] : libraries.table().entries())
-            if (!name.starts_with("orx")) candidates.push_back(name);
-        std::string_view nearest = nearestName(call.name, candidates);
-        if (nearest.empty()) nearest = nearestName(call.name, libraries.knownNames());
-        Diagnostic& message = report(MessageId::unknownFunction, place, {call.name});
-        if (!nearest.empty()) message.hint = "Did you mean '" + std::string(nearest) + "'?";
+        reportUnknownFunction(call.name, place);
     }
     return {};
+}
+
+// With a library that is not found, it is probably a function of that one, and one message is
+// enough.
+void TypeChecker::reportUnknownFunction(std::string_view name, ByteRange place) {
+    if (!unknownImports.empty()) {
+        callsUnknownFunctions = true;
+        return;
+    }
+    std::vector<std::string_view> candidates = names.functionNames();
+    candidates.insert(candidates.end(), {"alert", "print"});
+    for (const auto& [function, entries] : libraries.table().entries())
+        if (!function.starts_with("orx")) candidates.push_back(function);
+    std::string_view nearest = nearestName(name, candidates);
+    if (nearest.empty()) nearest = nearestName(name, libraries.knownNames());
+    Diagnostic& message = report(MessageId::unknownFunction, place, {name});
+    if (!nearest.empty()) message.hint = "Did you mean '" + std::string(nearest) + "'?";
 }
 
 // ---- Whether the arguments fit ----
@@ -238,6 +248,17 @@ bool TypeChecker::accepts(const Candidate& candidate, const std::vector<ExprType
     return true;
 }
 
+// For C++ a number fits a function of numbers better than one of dynamic values.
+bool TypeChecker::meansSilentFunction(std::string_view name,
+                                      const std::vector<Candidate>& candidates,
+                                      const std::vector<ExprType>& arguments) {
+    return isSilentFunction(name) && arguments.size() == 1 && isNumber(arguments[0].type) &&
+           std::all_of(candidates.begin(), candidates.end(), [](const Candidate& candidate) {
+               return candidate.parameters.size() == 1 &&
+                      candidate.parameters[0].type == ValueType::dynamic;
+           });
+}
+
 ExprType TypeChecker::settleCall(const CallExpr& call, std::string_view shown,
                                  const std::vector<Candidate>& candidates) {
     const std::vector<ExprType> arguments = typesOf(call.args);
@@ -251,6 +272,7 @@ ExprType TypeChecker::settleCall(const CallExpr& call, std::string_view shown,
         any = true;
     }
     if (mayBeOther) {
+        if (meansSilentFunction(shown, candidates, arguments)) return {ValueType::nothing};
         const bool allDynamic = std::all_of(arguments.begin(), arguments.end(), [](ExprType type) {
             return type.type == ValueType::dynamic;
         });
@@ -271,6 +293,7 @@ ExprType TypeChecker::settleCall(const CallExpr& call, std::string_view shown,
 void TypeChecker::reportCount(const CallExpr& call, std::string_view shown,
                               const std::vector<Candidate>& candidates) {
     std::vector<std::size_t> counts;
+    counts.reserve(candidates.size());
     for (const Candidate& candidate : candidates) counts.push_back(candidate.parameters.size());
     std::sort(counts.begin(), counts.end());
     counts.erase(std::unique(counts.begin(), counts.end()), counts.end());

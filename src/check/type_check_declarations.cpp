@@ -163,20 +163,28 @@ void TypeChecker::checkFunctions() {
         checkFunction(*function, BodyKind::scriptFunction);
 }
 
+// A name that the headers leave to no function, or to none with these parameters.
+void TypeChecker::checkFunctionName(const UserFunction& function) {
+    const std::string_view name = function.definition->name;
+    checkName(name, function.definition);
+    const bool isTaken = isMacroFunction(name) || name == "WinMain" || name == "wWinMain" ||
+                         (function.parameters.empty() && isBareFunction(name)) ||
+                         isPlatformSignature(name, function.parameters);
+    if (!isTaken) return;
+    const bool isOfC = std::none_of(name.begin(), name.end(),
+                                    [](unsigned char letter) { return std::isupper(letter) != 0; });
+    report(MessageId::reservedName, placeOfName(function.definition, name),
+           {name, isOfC ? "the C library" : "the Windows headers"});
+}
+
 void TypeChecker::checkFunction(const FuncDef& function, BodyKind kind) {
-    checkName(function.name, &function);
-    if (function.params.empty() && isBareFunction(function.name))
-        report(MessageId::reservedName, placeOfName(&function, function.name),
-               {function.name, "the C library"});
-    if (function.name == "WinMain" || function.name == "wWinMain")
-        report(MessageId::reservedName, placeOfName(&function, function.name),
-               {function.name, "the Windows headers"});
     const auto overloads = names.functionsOf(function.name);
     const auto entry =
         std::find_if(overloads.begin(), overloads.end(), [&](const UserFunction& candidate) {
             return candidate.definition == &function;
         });
     if (entry == overloads.end()) return;
+    checkFunctionName(*entry);
     for (const UserFunction& earlier : overloads) {
         if (earlier.definition == &function) break;
         if (earlier.parameters != entry->parameters) continue;
@@ -286,10 +294,16 @@ void TypeChecker::checkColour(const Property& property) {
 // ---- Imports ----
 
 void TypeChecker::checkImports() {
-    for (const std::string_view& import : program.imports) {
-        if (import == "normal" || libraries.isInstalled(import)) continue;
-        report(MessageId::unknownLibrary, placeOfLast(&import), {import});
-    }
+    for (const std::string_view& import : program.imports)
+        if (import != "normal" && !libraries.isInstalled(import)) unknownImports.push_back(&import);
+}
+
+// Without a call that needs it the program is built all the same.
+void TypeChecker::reportUnknownImports() {
+    const MessageId id =
+        callsUnknownFunctions ? MessageId::neededLibrary : MessageId::unknownLibrary;
+    for (const std::string_view* import : unknownImports)
+        report(id, placeOfLast(import), {*import});
 }
 
 // ---- What the end of the source decides ----
@@ -310,6 +324,7 @@ void TypeChecker::useType(std::string_view name, const void* node, bool isTest) 
 }
 
 void TypeChecker::reportPending() {
+    reportUnknownImports();
     for (const TypeUse& use : typeUses) {
         if (objectClasses.contains(use.name)) continue;
         if (use.isTest)

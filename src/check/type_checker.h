@@ -79,6 +79,7 @@ private:
     void checkMethod(const ClassDef& definition, const ClassMethod& method);
     void checkFunctions();
     void checkFunction(const FuncDef& function, BodyKind kind);
+    void checkFunctionName(const UserFunction& function);
     void checkHandlers();
     void checkHandler(const StmtList& body);
     void checkDuplicateMethod(const ClassDef& definition, const UserFunction& method);
@@ -88,6 +89,7 @@ private:
     static bool alwaysLeaves(const StmtList& statements);
     static bool alwaysLeaves(const Stmt* stmt);
     void checkImports();
+    void reportUnknownImports();
     void checkControls();
     void checkColours(const Component& control);
     void checkColour(const Property& property);
@@ -152,6 +154,7 @@ private:
     ExprType callOfFunction(const CallExpr& call);
     ExprType callOfLibrary(const CallExpr& call);
     ExprType callOfUnknown(const CallExpr& call);
+    void reportUnknownFunction(std::string_view name, ByteRange place);
     ExprType typeOfMemberCall(const CallExpr& call);
     ExprType callOfMethod(const CallExpr& call, std::string_view className,
                           std::string_view method);
@@ -170,6 +173,8 @@ private:
                      const std::vector<Candidate>& candidates);
     void reportArgument(const CallExpr& call, std::string_view shown, const Candidate& candidate,
                         const std::vector<ExprType>& arguments);
+    static bool meansSilentFunction(std::string_view name, const std::vector<Candidate>& candidates,
+                                    const std::vector<ExprType>& arguments);
     bool isWrittenInto(std::string_view libraryFunction);
     void checkCallInMethod(const CallExpr& call, bool isWritten);
     void checkDroppedResult(const Expr* expr);
@@ -191,6 +196,8 @@ private:
     std::unordered_set<std::string_view> readTexts; // controls whose text the handler has read
     std::unordered_set<std::string_view> writtenFields;
     std::unordered_set<std::string_view> objectClasses;
+    std::vector<const std::string_view*> unknownImports; // libraries that are not found
+    bool callsUnknownFunctions = false;                  // which are probably theirs
     std::vector<FieldUse> fieldUses;
     std::vector<TypeUse> typeUses;
     std::optional<NameSet> writtenLibraryFunctions; // the closure of the calls

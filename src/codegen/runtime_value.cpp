@@ -72,8 +72,8 @@ static constexpr std::string_view valueText =
         return arrayVal.begin() != arrayVal.end() || mapVal.size() != 0;
     }
     [[gnu::noinline]] void copyParts(const Value& other) {
-        std::vector<Value>(other.arrayVal).swap(arrayVal);
-        std::map<std::string, Value>(other.mapVal).swap(mapVal);
+        if (other.arrayVal.size() != 0) std::vector<Value>(other.arrayVal).swap(arrayVal);
+        if (other.mapVal.size() != 0) std::map<std::string, Value>(other.mapVal).swap(mapVal);
     }
     [[gnu::noinline]] void swapParts(Value& other) noexcept {
         arrayVal.swap(other.arrayVal);
@@ -198,7 +198,13 @@ static constexpr std::string_view valueText =
     Value& operator[](size_t index) { return arrayVal[index]; }
     const Value& operator[](size_t index) const { return arrayVal[index]; }
 
-    Value& operator[](const char* key) { return (*this)[std::string(key)]; }
+    [[gnu::always_inline]] Value& operator[](const char* key) {
+        return named(key, key ? __builtin_strlen(key) : 0);
+    }
+    // The length of a literal is known where it is written.
+    [[gnu::noinline, gnu::flatten]] Value& named(const char* key, size_t length) {
+        return (*this)[std::string(key, length)];
+    }
     const Value& operator[](const char* key) const { return (*this)[std::string(key)]; }
     template <typename Number, typename = std::enable_if_t<std::is_arithmetic<Number>::value>>
     Value& operator[](Number index) {

@@ -6,6 +6,12 @@
 //     TextStream out;
 //     out << "int x = " << 5 << ";\n";
 //     out.view();   // "int x = 5;\n"
+//
+// A text that may become longer than the memory for it can be passed on piece by piece:
+//
+//     out.passOn(file, 1'000'000);   // file is a TextSink
+//     ...
+//     file.take(out.view());         // the rest
 #pragma once
 
 #include <algorithm>
@@ -13,12 +19,23 @@
 #include <concepts>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 
 namespace Orvane {
+
+// Takes the pieces of a text, in their order.
+class TextSink {
+public:
+    TextSink() = default;
+    TextSink(const TextSink&) = delete;
+    TextSink& operator=(const TextSink&) = delete;
+    virtual ~TextSink() = default;
+    virtual void take(std::string_view piece) = 0;
+};
 
 class TextStream {
 public:
@@ -31,7 +48,8 @@ public:
     template <std::size_t size>
     TextStream& operator<<(const char (&literal)[size]) {
         constexpr std::size_t characters = size - 1;
-        std::memcpy(roomFor(characters), literal, characters);
+        if constexpr (characters > 0) // memcpy wants a buffer even for nothing
+            std::memcpy(roomFor(characters), literal, characters);
         length += characters;
         return *this;
     }
@@ -66,16 +84,25 @@ public:
     std::string str() const { return std::string(view()); }
     void clear() { length = 0; }
 
+    // From now on the sink takes what is written whenever it comes to more than so many bytes;
+    // view() is what it has not taken yet. The sink is borrowed.
+    void passOn(TextSink& sink_, std::size_t limit_) {
+        sink = &sink_;
+        limit = limit_;
+    }
+
     // Makes sure that so many bytes in all cause no further growth.
     void reserve(std::size_t bytes) {
         if (bytes > capacity) grow(bytes);
     }
 
-    // Exchanges texts with the other stream, without a copy.
+    // Exchanges texts with the other stream, and where they are passed on to, without a copy.
     void swap(TextStream& other) noexcept {
         std::swap(buffer, other.buffer);
         std::swap(length, other.length);
         std::swap(capacity, other.capacity);
+        std::swap(sink, other.sink);
+        std::swap(limit, other.limit);
     }
 
 private:
@@ -86,10 +113,11 @@ private:
     // The place to write the next bytes to.
     char* roomFor(std::size_t bytes) {
         if (bytes > capacity - length) [[unlikely]]
-            grow(std::max(length + bytes, capacity * 2));
+            makeRoom(bytes);
         return buffer.get() + length;
     }
 
+    void makeRoom(std::size_t bytes);
     void grow(std::size_t bytes);
 
     static constexpr std::size_t longestNumber = 32;
@@ -97,6 +125,8 @@ private:
     std::unique_ptr<char, Release> buffer;
     std::size_t length = 0;   // bytes written
     std::size_t capacity = 0; // bytes that the buffer has room for
+    TextSink* sink = nullptr;
+    std::size_t limit = std::numeric_limits<std::size_t>::max(); // bytes held at most for the sink
 };
 
 } // namespace Orvane

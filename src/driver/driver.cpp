@@ -35,12 +35,12 @@ int Driver::run(const std::vector<std::string>& arguments) {
     return line.request == Request::ShowHelp ? success : failure;
 }
 
-// The tree views the lexer's text, and the generator reads the tree and writes into the streams:
-// they live to the end of the run. The tokens end with the parser, so that their memory serves the
-// texts.
+// The tree views the lexer's text, and the generator reads the tree: they live to the end of the
+// run. The tokens end with the parser, so that their memory serves the texts.
 int Driver::build(const Options& options) {
     std::optional<std::string> source = readSource(options.sourceFile);
     if (!source) return failure;
+    const std::size_t sourceBytes = source->size();
 
     console.print("[2/7] Lexing...\n");
     Lexer lexer(std::move(*source), console);
@@ -63,16 +63,15 @@ int Driver::build(const Options& options) {
     // When it cannot be made, writing the first file fails and says so.
     std::error_code ignored;
     fs::create_directories(files.directory, ignored);
-    TextStream mainStream;
-    TextStream importStream;
-    int indentLevel = 0;
-    CodeGenerator generator(table, mainStream, importStream, indentLevel);
-    const auto generation = [&] {
-        generator.generate(*program, textOf(files.mainCpp), textOf(files.importHpp), options.debug,
-                           anyLibraryLoaded);
+    const auto generate = [&](TextStream& main, TextStream& import) {
+        int indentLevel = 0;
+        CodeGenerator(table, main, import, indentLevel)
+            .generate(*program, textOf(files.mainCpp), textOf(files.importHpp), options.debug,
+                      anyLibraryLoaded);
     };
-    if (!runGeneration(generation, console)) return failure;
-    if (!writeOutputs(files, mainStream, importStream)) return failure;
+    GeneratedTexts texts(generate, sourceBytes);
+    if (!runGeneration([&] { texts.generate(); }, console)) return failure;
+    if (!writeOutputs(files, texts)) return failure;
     return compile(files, options);
 }
 
@@ -118,18 +117,25 @@ bool Driver::runGeneration(const std::function<void()>& generation, Console& con
     return false;
 }
 
-bool Driver::writeOutputs(const OutputFiles& files, const TextStream& main,
-                          const TextStream& import) {
-    const std::pair<const fs::path&, const TextStream&> outputs[] = {{files.mainCpp, main},
-                                                                     {files.importHpp, import}};
-    for (const auto& [path, stream] : outputs) {
-        if (wouldOverwriteSource(path, files) || !writeFile(path, stream.view())) {
-            failToWrite(path);
-            return false;
-        }
-    }
+bool Driver::writeOutputs(const OutputFiles& files, GeneratedTexts& texts) {
+    const std::pair<const fs::path&, GeneratedText> outputs[] = {
+        {files.mainCpp, GeneratedText::main}, {files.importHpp, GeneratedText::import}};
+    for (const auto& [path, which] : outputs)
+        if (!writeOutput(path, which, files, texts)) return false;
     console.print("  %s\n  %s\n", textOf(files.mainCpp).c_str(), textOf(files.importHpp).c_str());
     return true;
+}
+
+// A text that is generated once more may run out of memory that was there before.
+bool Driver::writeOutput(const fs::path& path, GeneratedText which, const OutputFiles& files,
+                         GeneratedTexts& texts) {
+    bool isWritten = false;
+    const auto write = [&] {
+        isWritten = !wouldOverwriteSource(path, files) && texts.write(which, path);
+    };
+    if (!runGeneration(write, console)) return false;
+    if (!isWritten) failToWrite(path);
+    return isWritten;
 }
 
 int Driver::compile(const OutputFiles& files, const Options& options) {

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "codegen/code_generator.h"
+#include "driver/generated_texts.h"
 #include "driver/options.h"
 #include "driver/output_files.h"
 #include "driver/platform.h"
@@ -41,7 +42,9 @@ private:
     int build(const Options& options);
     std::optional<std::string> readSource(const std::string& sourceFile);
     bool loadLibraries(OrlibBootloader& bootloader, const AST& program, const Options& options);
-    bool writeOutputs(const OutputFiles& files, const TextStream& main, const TextStream& import);
+    bool writeOutputs(const OutputFiles& files, GeneratedTexts& texts);
+    bool writeOutput(const std::filesystem::path& path, GeneratedText which,
+                     const OutputFiles& files, GeneratedTexts& texts);
     int compile(const OutputFiles& files, const Options& options);
     bool runGxx(const OutputFiles& files, bool debug);
     int failToWrite(const std::filesystem::path& path);

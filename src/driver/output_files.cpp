@@ -2,7 +2,6 @@
 
 #include "libraries/files.h"
 
-#include <fstream>
 #include <system_error>
 
 namespace Orvane {
@@ -21,13 +20,27 @@ bool wouldOverwriteSource(const fs::path& path, const OutputFiles& files) {
     return path == files.source || isSameFile(path, files.source);
 }
 
-bool writeFile(const fs::path& path, std::string_view text) {
+// Opening a pipe would wait for somebody to read it.
+TextFile::TextFile(const fs::path& path) {
+    std::error_code error;
+    if (!fs::is_fifo(path, error)) file.open(path, std::ios::binary | std::ios::trunc);
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file.write(byteOrderMark.data(), byteOrderMark.size());
-    file.write(text.data(), static_cast<std::streamsize>(text.size()));
+    take(byteOrderMark);
+}
+
+void TextFile::take(std::string_view piece) {
+    file.write(piece.data(), static_cast<std::streamsize>(piece.size()));
+}
+
+bool TextFile::close() {
     file.close();
     return !file.fail();
+}
+
+bool writeFile(const fs::path& path, std::string_view text) {
+    TextFile file(path);
+    file.take(text);
+    return file.close();
 }
 
 bool removeIntermediates(const OutputFiles& files) {

@@ -5,7 +5,10 @@
 //     // files.executable   /home/ada/src/app.exe
 #pragma once
 
+#include "codegen/text_stream.h"
+
 #include <filesystem>
+#include <fstream>
 #include <string_view>
 
 namespace Orvane {
@@ -24,8 +27,20 @@ OutputFiles outputFilesFor(std::string_view sourceFile);
 // Whether writing to the path would overwrite the source.
 bool wouldOverwriteSource(const std::filesystem::path& path, const OutputFiles& files);
 
-// The UTF-8 byte-order mark and the text, with line ends as they are. False when anything of it
-// did not reach the file.
+// A file being written: the UTF-8 byte-order mark and the text, with line ends as they are.
+class TextFile final : public TextSink {
+public:
+    // An older file of the path is emptied.
+    explicit TextFile(const std::filesystem::path& path);
+    void take(std::string_view piece) override;
+    // False when anything of the text did not reach the file.
+    bool close();
+
+private:
+    std::ofstream file;
+};
+
+// A file of one piece. False when anything of it did not reach the file.
 bool writeFile(const std::filesystem::path& path, std::string_view text);
 
 // Deletes both C++ files. False when one of them could not be deleted or was gone already.

@@ -165,6 +165,8 @@ public:
 private:
     // Most lists are the one branch of an `if` or the few arguments of a call.
     static constexpr std::uint32_t firstCapacity = 2;
+    // From so many items on, what a list has outgrown goes back to the system.
+    static constexpr std::uint32_t largeCount = std::uint32_t{1} << 17;
 
     void grow() {
         static_assert(alignof(Item) <= alignof(void*));
@@ -173,6 +175,7 @@ private:
         Item* const larger = static_cast<Item*>(memory);
         for (std::size_t index = 0; index < count; ++index)
             new (larger + index) Item(std::move(items[index]));
+        if (count >= largeCount) giveBack(items, count * sizeof(Item));
         items = larger;
     }
 

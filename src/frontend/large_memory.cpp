@@ -33,11 +33,16 @@ constexpr std::uintptr_t smallPage = std::uintptr_t{1} << 12;
 
 #ifdef __linux__
 
-// The system rejects what it cannot do, and the memory stays as it was.
+// The system rejects what it cannot do, and the memory stays as it was. The advice covers the small
+// pages at both ends, too: a range of which only a part has been advised counts as several to the
+// system, and realloc could not move it without a copy.
 void expectFilling(void* start, std::size_t bytes) {
     constexpr std::uintptr_t largePage = std::uintptr_t{1} << 21;
-    const Pages pages = pagesIn(start, bytes, largePage);
-    if (pages.bytes != 0) (void)madvise(pages.start, pages.bytes, MADV_HUGEPAGE);
+    if (pagesIn(start, bytes, largePage).bytes == 0) return;
+    auto* const first =
+        static_cast<std::byte*>(start) - reinterpret_cast<std::uintptr_t>(start) % smallPage;
+    const auto end = static_cast<std::size_t>(static_cast<std::byte*>(start) + bytes - first);
+    (void)madvise(first, (end + smallPage - 1) / smallPage * smallPage, MADV_HUGEPAGE);
 }
 
 void giveBack(void* start, std::size_t bytes) {

@@ -346,8 +346,7 @@ std::size_t Recovery::listsOf(Tokens tokens, std::size_t at,
     for (std::size_t index = open.size() - 1; index-- > 0;) {
         const OpenList& list = open[index];
         if (tokens[at].column > indentationOf(tokens, list.construct)) continue;
-        for (const Body body : bodies)
-            if (list.body == body) return index + 1;
+        if (std::find(bodies.begin(), bodies.end(), list.body) != bodies.end()) return index + 1;
     }
     return noToken;
 }

@@ -6,9 +6,40 @@
 #include <fstream>
 #include <system_error>
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 namespace Orvane {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+#ifdef _WIN32
+// NUL, CON, COM1 and the like are names of devices in every folder; asked for the full path, the
+// system gives that of the device.
+bool namesDevice(const fs::path& path) {
+    constexpr DWORD roomForPrefix = 1 << 15;
+    std::wstring full(roomForPrefix, L'\0');
+    full.resize(GetFullPathNameW(path.c_str(), roomForPrefix, full.data(), nullptr) %
+                roomForPrefix);
+    return full.starts_with(L"\\\\.\\");
+}
+#else
+bool namesDevice(const fs::path&) { return false; }
+#endif
+
+// POSIX systems open a directory like a file and fail only when it is read. A device may have no
+// end, or wait for somebody at it.
+bool isDirectoryOrDevice(const fs::path& path) {
+    std::error_code error;
+    const fs::file_type type = fs::status(path, error).type();
+    return type == fs::file_type::directory || type == fs::file_type::character ||
+           type == fs::file_type::block || namesDevice(path);
+}
+
+} // namespace
 
 fs::path pathOf(std::string_view text) {
     // The system would take the part before a zero byte for the whole name.
@@ -53,14 +84,13 @@ fs::path workingDirectory() {
 }
 
 std::optional<std::string> readTextFile(const fs::path& path) {
-    // POSIX systems open a directory like a file and fail only when it is read.
-    std::error_code error;
-    if (fs::is_directory(path, error)) return std::nullopt;
+    if (isDirectoryOrDevice(path)) return std::nullopt;
     std::ifstream file(path);
     if (!file) return std::nullopt;
 
     // One read takes a file of known size whole; the one byte more shows that it has ended. Pipes
     // and files that grow meanwhile take further reads.
+    std::error_code error;
     const std::uintmax_t size = fs::file_size(path, error);
     constexpr std::size_t usualSize = std::size_t{1} << 16;
     std::string text;

@@ -33,7 +33,7 @@ std::filesystem::path absolutePath(const std::filesystem::path& path);
 std::filesystem::path workingDirectory();
 
 // The whole file in text mode: bytes as they are, but for the line ends of Windows. None when it
-// cannot be opened or read, and for a directory.
+// cannot be opened or read, and for a directory or device.
 std::optional<std::string> readTextFile(const std::filesystem::path& path);
 
 } // namespace Orvane

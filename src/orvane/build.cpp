@@ -120,8 +120,9 @@ bool Builder::drive(const std::string& sourceFile) {
         explainFailure(sourceFile, platform.gxx());
         return false;
     }
+    const std::string beginning = sourceFile + (isBuilt ? ": warning: " : ": error: ");
     for (const std::string& problem : console.problems())
-        progress.finish(sourceFile + (isBuilt ? ": warning: " : ": error: ") + problem);
+        progress.finish(std::string(beginning).append(problem));
     if (isBuilt) {
         std::filesystem::path shown = pathOf(sourceFile);
         shown.replace_extension(".exe");

@@ -24,9 +24,9 @@ class ScratchFolder {
 public:
     ScratchFolder() {
         std::error_code error;
-        folder = fs::temp_directory_path(error);
+        const fs::path parent = fs::temp_directory_path(error);
         if (error) return;
-        folder /= "orvane-doctor-" + std::to_string(processNumber());
+        folder = parent / ("orvane-doctor-" + std::to_string(processNumber()));
         made = fs::create_directory(folder, error);
     }
     ScratchFolder(const ScratchFolder&) = delete;

@@ -53,24 +53,21 @@ std::string withoutGaps(std::string_view pattern) {
 void listMessages(Output& out) {
     std::size_t width = 0;
     for (const Message& message : messages) width = std::max(width, message.id.size());
-    std::vector<const Message*> sorted;
-    for (const Message& message : messages) sorted.push_back(&message);
+    auto sorted = messages;
     std::sort(sorted.begin(), sorted.end(),
-              [](const Message* first, const Message* second) { return first->id < second->id; });
+              [](const Message& first, const Message& second) { return first.id < second.id; });
     std::string text;
-    for (const Message* message : sorted) {
-        const bool isError = message->severity == Severity::error;
-        text.append(message->id).append(width - message->id.size() + 2, ' ');
+    for (const Message& message : sorted) {
+        const bool isError = message.severity == Severity::error;
+        text.append(message.id).append(width - message.id.size() + 2, ' ');
         text += out.paint(isError ? Paint::error : Paint::warning, isError ? "error  " : "warning");
-        text.append("  ").append(withoutGaps(message->text)).append("\n");
+        text.append("  ").append(withoutGaps(message.text)).append("\n");
     }
     out.write(text);
 }
 
 int refuseId(const std::string& id, Output& err) {
-    std::vector<std::string_view> ids;
-    for (const Message& message : messages) ids.push_back(message.id);
-    const std::string_view nearest = nearestName(id, ids);
+    const std::string_view nearest = nearestName(id, messageIds());
     err.write("orvane: no message has the id '" + id + "'\n");
     if (!nearest.empty()) err.write("Did you mean '" + std::string(nearest) + "'?\n");
     err.write("All messages: orvane explain\n");

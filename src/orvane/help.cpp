@@ -19,6 +19,17 @@ constexpr std::string_view buildOptions =
 constexpr std::string_view formatOption =
     "  --format=FORMAT    text (for people), json or sarif (for programs)\n";
 
+constexpr std::string_view checkUsage =
+    "Tells what is wrong with sources. Nothing is built or written.\n\n"
+    "Usage: orvane check FILE... [options]\n\n"
+    "FILE may be -, which is standard input. Without a message all is well.\n\n"
+    "Options:\n";
+
+constexpr std::string_view buildUsage =
+    "Checks sources and makes an executable of each, beside its source.\n\n"
+    "Usage: orvane build FILE... [options]\n\n"
+    "Options:\n";
+
 constexpr std::string_view helpOption = "  --help             this text\n";
 
 std::string compose(std::initializer_list<std::string_view> parts) {
@@ -65,16 +76,9 @@ const std::vector<CommandName>& commandNames() {
 std::string helpText(Command command) {
     switch (command) {
     case Command::check:
-        return compose({"Tells what is wrong with sources. Nothing is built or written.\n\n"
-                        "Usage: orvane check FILE... [options]\n\n"
-                        "FILE may be -, which is standard input. Without a message all is well.\n\n"
-                        "Options:\n",
-                        libraryOptions, formatOption, helpOption});
+        return compose({checkUsage, libraryOptions, formatOption, helpOption});
     case Command::build:
-        return compose({"Checks sources and makes an executable of each, beside its source.\n\n"
-                        "Usage: orvane build FILE... [options]\n\n"
-                        "Options:\n",
-                        libraryOptions, buildOptions, formatOption, helpOption});
+        return compose({buildUsage, libraryOptions, buildOptions, formatOption, helpOption});
     case Command::run:
         return compose(
             {"Builds a program and starts it. The exit status is the program's.\n\n"

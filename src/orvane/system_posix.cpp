@@ -116,7 +116,7 @@ std::string findInPath(const std::string& name) {
     const std::string path = environmentVariable("PATH");
     for (std::size_t begin = 0; begin <= path.size();) {
         const std::size_t end = std::min(path.find(':', begin), path.size());
-        const std::string candidate = path.substr(begin, end - begin) + "/" + name;
+        std::string candidate = path.substr(begin, end - begin) + "/" + name;
         if (end > begin && canRun(candidate)) return candidate;
         begin = end + 1;
     }

@@ -57,6 +57,11 @@ class Installation:
     def has(self, name):
         return os.path.exists(self.path(name))
 
+    def files(self):
+        """The paths of all files and folders below the root."""
+        return sorted(os.path.join(folder, name) for folder, folders, files in os.walk(self.root)
+                      for name in folders + files)
+
     def write_gxx(self, script, name=None):
         """A shell script in the place of g++.exe."""
         name = name or os.path.join(self.install, "g++.exe")

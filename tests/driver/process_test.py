@@ -282,6 +282,13 @@ class Sources(ProcessTest):
         os.waitpid(writer, 0)
         self.assertIn("  Size: 14 bytes\n", output)
 
+    def test_that_are_devices_are_not_read(self):
+        os.symlink("/dev/zero", self.path("work/link.vorla"))
+        for name in ("/dev/zero", "/dev/null", "link.vorla"):
+            with self.subTest(name):
+                output = self.build(name, status=1)
+                self.assertTrue(output.endswith(f"Error: Cannot open '{name}'\n"), output)
+
     def test_with_zero_bytes_are_read_whole(self):
         self.installed.write("work/zero.vorla", b"vorla Main { }\0\0\0// \0\n")
         result = self.installed.run("zero.vorla")
@@ -343,6 +350,14 @@ class OutputFiles(ProcessTest):
         self.installed.write("work/code_generation/import.hpp/in the way", "")
         os.chmod(self.path("work/code_generation"), 0o777)
         self.check_cannot_write("import.hpp")
+
+    def test_with_a_pipe_in_place_of_a_file(self):
+        for name in ("import.hpp", "main.cpp"):
+            with self.subTest(name):
+                self.installed.write("work/code_generation/" + name, "")
+                os.remove(self.path("work/code_generation", name))
+                os.mkfifo(self.path("work/code_generation", name))
+                self.check_cannot_write(name)
 
     def test_on_a_full_disk(self):
         for name in ("import.hpp", "main.cpp"):

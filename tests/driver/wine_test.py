@@ -126,6 +126,43 @@ class Builds(WineTest):
         self.assertIn(b"Warning: import not found: \xff\xfe (from ", result.stdout)
 
 
+class Libraries(WineTest):
+    """Names that mean more than a file to Windows lead nowhere but to the search folders."""
+
+    def loaded(self, name):
+        escaped = name.replace("\\", "\\\\")
+        self.installed.write("work/app.vorla", f'import "{escaped}"; vorla Main {{ }}\n')
+        return self.build("app.vorla")
+
+    def test_outside_the_search_folders_are_not_found(self):
+        self.installed.write("secret.orlib", "int secret() { return 1; }")
+        for path in ("../secret", "..\\secret", self.path("secret"), "Z:secret", "Z:../secret",
+                     "\\\\?\\" + self.path("secret"), "//localhost/share/secret",
+                     "orlib/..\\../secret.orlib", "...", ".. ", "../", "..\\"):
+            with self.subTest(path):
+                self.assertNotIn("function: ", self.loaded(path))
+
+    def test_that_are_devices_are_not_read(self):
+        for name in ("NUL", "nul.orlib", "CON", "con.orlib", "CONIN$", "AUX", "COM1", "LPT1.orlib",
+                     "PIPE", "\\\\.\\NUL", "\\\\.\\CON", "//./COM1"):
+            with self.subTest(name):
+                self.assertNotIn("function: ", self.loaded(name))
+
+    def test_that_are_streams_of_another_file_are_not_found(self):
+        self.installed.write("work/orlib/plain.txt", "int hidden() { return 1; }")
+        for name in ("plain.txt:stream", "plain.txt:stream.orlib", ":stream"):
+            with self.subTest(name):
+                self.assertNotIn("function: ", self.loaded(name))
+
+    def test_that_a_library_imports_from_a_device_are_not_read(self):
+        for name in ("NUL", "CON", "COM1", "\\\\.\\NUL", "//./CON"):
+            with self.subTest(name):
+                self.installed.write("work/orlib/math.orlib", f'import "{name}" int f() {{ }}')
+                output = self.build("app.vorla", "--math")
+                self.assertIn("  function: f\n", output)
+                self.assertRegex(output, "Warning: (import not found: |Cannot read )")
+
+
 class Failures(WineTest):
     def test_help_ends_with_0(self):
         self.assertIn("  --help         Show this help message\n", self.build("--help"))
@@ -140,6 +177,14 @@ class Failures(WineTest):
 
     def test_directory_as_source_ends_with_1(self):
         self.assertTrue(self.build(".", status=1).endswith("Error: Cannot open '.'\n"))
+
+    def test_devices_as_sources_end_and_write_nothing(self):
+        before = self.installed.files()
+        for name in ("NUL", "CON", "COM1", "AUX", "\\\\.\\NUL", "app.vorla:stream", ":x"):
+            with self.subTest(name):
+                output = self.build(name, status=1)
+                self.assertTrue(output.endswith(f"Error: Cannot open '{name}'\n"), output)
+                self.assertEqual(self.installed.files(), before)
 
     def test_arguments_are_not_expanded(self):
         self.assertTrue(self.build("*.vorla", status=1)

@@ -41,6 +41,32 @@ class Disks(Project):
                     self.check_user_files()
                     self.check_no_debris()
 
+    def test_a_text_too_long_to_be_held_is_cut_no_differently(self):
+        """Lists and child controls stand for fifty times their length, in either file."""
+        long_sources = {
+            "import.hpp": "S.script { void run() { " + "[1,2,3];" * 25_000 + " } }\n",
+            "main.cpp": "vorla Main { " + "tab a{}" * 50_000 + " }\n",
+        }
+        for name, source in long_sources.items():
+            self.installed.write("work/app.vorla", source)
+            self.assertEqual(self.build(resource.RLIM_INFINITY).returncode, 0)
+            whole = self.seen()
+            size = self.size(name)
+            self.assertGreater(size, 8_000_000)
+            for limit in (size - 1, size // 2):
+                with self.subTest(name=name, limit=limit):
+                    self.fresh()
+                    self.installed.write("work/app.vorla", source)
+                    result = self.build(limit)
+                    self.assertEqual(result.returncode, 1)
+                    self.assertTrue(result.stdout.decode().endswith(
+                        f"Error: Cannot write '{self.path('code_generation', name)}'\n"))
+                    self.assertIsNone(self.seen())
+                    self.check_no_debris()
+            with self.subTest(name=name, limit=size):
+                self.assertEqual(self.build(size).returncode, 0)
+                self.assertEqual(self.seen(), whole)
+
     def test_enough_room_to_the_byte_is_enough(self):
         self.assertEqual(self.build(resource.RLIM_INFINITY).returncode, 0)
         largest = max(self.size("main.cpp"), self.size("import.hpp"))

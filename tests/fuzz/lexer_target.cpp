@@ -1,6 +1,6 @@
 // Any bytes are lexed to the end, or end in the exception of a number that does not fit. Tokens
 // stand behind each other, and each piece of the source from one token to the next gives that
-// token again when it is lexed alone.
+// token again when it is lexed alone, and holds nothing else but blanks and comments.
 #include "fuzz/targets.h"
 
 #include "frontend/lexer.h"
@@ -28,9 +28,13 @@ void checkTokens(const std::string& source) {
             "the last token is the end");
     const std::vector<std::size_t> offsets = offsetsOf(source, tokens);
     require(offsets.size() + 1 == tokens.size(), "there is one end token");
+    require(isFiller(source.substr(0, offsets.empty() ? source.size() : offsets.front())),
+            "no token is passed over at the start");
     const std::vector<std::string_view> pieces = piecesOf(source, tokens);
     for (std::size_t index = 0; index < pieces.size(); ++index) {
         if (index > 0) require(offsets[index - 1] < offsets[index], "tokens do not overlap");
+        require(isSpelledRight(tokens[index]), "a token is spelled as its kind is");
+        require(holdsNothingElse(pieces[index], tokens[index]), "no token is passed over");
         checkPiece(pieces[index], tokens[index]);
     }
 }

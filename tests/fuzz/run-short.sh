@@ -13,8 +13,10 @@ target=${name#fuzz_}
 rm -rf "$work/$target"
 mkdir -p "$work/$target/found"
 "$here/make-corpus.sh" "$work/$target/corpus"
-"$program" -seed=1 -runs="$runs" -max_len=4096 -timeout=20 -rss_limit_mb=2048 -print_final_stats=1 \
-    -dict="$here/vorla.dict" -artifact_prefix="$work/$target/found/" \
+# Without -entropic=0 the choice of the next input takes two thirds of the time.
+"$program" -seed=1 -runs="$runs" -max_len=4096 -entropic=0 -timeout=20 \
+    -rss_limit_mb=2048 -print_final_stats=1 -dict="$here/vorla.dict" \
+    -artifact_prefix="$work/$target/found/" \
     "$work/$target/corpus/$target" > "$work/$target/log" 2>&1 || {
     tail -n 60 "$work/$target/log"
     exit 1

@@ -9,7 +9,9 @@
 #include "support/tree_source.h"
 #include "unit/tree_text.h"
 
+#include <algorithm>
 #include <optional>
+#include <set>
 
 namespace Orvane::Fuzzing {
 
@@ -32,6 +34,46 @@ ReplacementTable someFunctions() {
                .paramTypes = {"value", "value"},
                .body = "{ return true; }"});
     return table;
+}
+
+// Another program, of names that sources use: nothing of it may be left when the next is
+// translated.
+const AST& otherProgram() {
+    static const std::unique_ptr<AST> program = parse(
+        "using type x = Point; using type item9 = int;"
+        "class Point { int x; int start() { return x; } }"
+        "class Shape { value a; void click() { } }"
+        "void total(int a, Point b) { Point s = Point { x = 1 }; all = {1}; s.start(); }"
+        "void start(string title) { double x = 1; }"
+        "vorla Other { button a { text = \"a\"; background = \"#FF0000\"; on click { total(1); } }"
+        " radio b { group = \"g\"; } listbox items { items = {\"a\"}; } }"
+        "Other.script { void print(int max) { when (max) { is int -> 1; } defer a; } }");
+    require(program != nullptr, "the other program parses");
+    return *program;
+}
+
+// The numbers that stand behind a mark.
+std::set<std::string_view> numbersBehind(std::string_view mark, std::string_view text) {
+    std::set<std::string_view> numbers;
+    for (std::size_t at = text.find(mark); at != text.npos; at = text.find(mark, at)) {
+        at += mark.size();
+        const std::size_t end = text.find_first_not_of("0123456789", at);
+        if (end != at) numbers.insert(text.substr(at, end - at));
+    }
+    return numbers;
+}
+
+// No number of a counter is given twice, unless the source itself has such words.
+void checkNumbersAreNew(const AST& program, std::string_view first, std::string_view second) {
+    for (const std::string_view mark : {"(HMENU)", "__when_target_", "__dguard_"}) {
+        const std::set<std::string_view> earlier = numbersBehind(mark, first);
+        const std::set<std::string_view> later = numbersBehind(mark, second);
+        const bool areNew = std::none_of(later.begin(), later.end(), [&](std::string_view number) {
+            return earlier.contains(number);
+        });
+        require(areNew || sourceOf(program).find(mark) != std::string::npos,
+                "a second translation gives numbers of its own");
+    }
 }
 
 // One generator with its streams.
@@ -96,6 +138,12 @@ void checkTranslation(const AST& program) {
     const std::optional<std::string> second = translator.translate(program);
     require(second && differInCountersOnly(*first, *second),
             "a second translation differs in its counters only");
+    checkNumbersAreNew(program, *first, *second);
+    Translator busy(table);
+    require(busy.translate(otherProgram()).has_value(), "the other program is translated");
+    const std::optional<std::string> behind = busy.translate(program);
+    require(behind && differInCountersOnly(*first, *behind),
+            "a translation behind another one differs in its counters only");
 }
 
 } // namespace Orvane::Fuzzing

@@ -16,7 +16,8 @@ std::unique_ptr<AST> parse(const std::string& source);
 void checkTreeAsSource(const AST& program);
 
 // The tree is translated to the same text by two generators, and to the same text but for its
-// counters when one generator translates it twice; the indentation is back at its start.
+// counters, which give no number twice, when one generator translates it twice or behind another
+// program; the indentation is back at its start.
 void checkTranslation(const AST& program);
 
 } // namespace Orvane::Fuzzing

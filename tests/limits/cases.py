@@ -64,6 +64,9 @@ CHAINS = {
     "fields of an object": chain("x = A { a = 1", ", a = 1", "};"),
     "statements": chain("", "a;", ""),
     "declarations": chain("", "int a = 1;", ""),
+    "empty objects": chain("", "a{};", ""),
+    "ranges": chain("", "[1,2,3];", ""),
+    "deferred blocks": chain("", "defer{}", ""),
     "blocks": chain("", "{ x = 1; }", ""),
     "loops": chain("", "while (a) { x = 1; }", ""),
     "lists": chain("", "x = {1, 2};", ""),
@@ -90,6 +93,7 @@ CHAINS = {
     "properties": lambda count: ["vorla M { ", *repeated("title = \"a\";", count), "}\n"],
     "controls": lambda count: [
         "vorla M { ", *numbered('button b%d { text = "b"; x = 1; y = 2; }\n', count), "}\n"],
+    "tabs": lambda count: ["vorla M { ", *repeated("tab a{}", count), "}\n"],
     "items": lambda count: [
         "vorla M { listbox l { items = {\"a\"", *repeated(', "a"', count), "}; } }\n"],
 }
@@ -114,6 +118,11 @@ NESTED = {
     "is": nested("is(", "a", ", int)"),
     "try": nested("try {", "a;", "} catch (e) { }"),
 }
+
+
+def handled_controls(count):
+    """Every handler is written with a line for every control."""
+    return ["vorla M { ", *numbered("button b%d { on click { } }\n", count), "}\n"]
 
 
 def write_libraries(folder, count):

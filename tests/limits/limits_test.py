@@ -191,12 +191,38 @@ def run_libraries(bench, report, options):
                     lambda n, w=write: bench.translate([cases.LIBRARY_PROGRAM], w, n))
 
 
+# A quarter of the larger size. Where every byte or two of the source is a token, where short pieces
+# stand for the longest texts, and what is only large in large numbers: ten megabytes and more.
+FULL_SIZES = {
+    "functions": 250_000, "controls": 250_000, "one long text": 1_250_000, "one long line": 625_000,
+    "terms of +": 1_250_000, "names of +": 1_250_000, "members": 1_250_000, "calls": 833_000,
+    "statements": 1_250_000, "unary minus": 833_000, "empty objects": 625_000, "ranges": 312_000,
+    "deferred blocks": 357_000, "tabs": 357_000,
+}
+
+
 def chain_size(name, options):
-    """A quarter of the larger size."""
+    return FULL_SIZES.get(name, 25_000) if options.full else 25_000
+
+
+def run_squares(bench, report, options):
+    """A text that grows with the square of its source takes time and disk, but no memory; one that
+    no C++ compiler could take in ends in a message."""
+    name = "handlers with all controls"
+    if options.only and options.only not in name:
+        return
+    count = 2000 if options.full else 500
+    size, run = bench.translate(cases.handled_controls(count))
+    check_built(bench, report, name, count, size, run)
     if not options.full:
-        return 25_000
-    return {"functions": 250_000, "controls": 250_000, "one long text": 1_250_000,
-            "one long line": 625_000, "terms of +": 250_000, "names of +": 250_000}.get(name, 25_000)
+        return
+    size, run = bench.translate(cases.handled_controls(12_000))
+    report.add(name, 12_000, size, run, memory_limit(size, bench.overhead))
+    report.check(name, run.status == 1, f"status {run.status}")
+    report.check(name, bench.last_words().endswith(
+        "Error: Code generation failed: a text is longer than 4 GB\n"), bench.last_words())
+    report.check(name, run.memory <= memory_limit(size, bench.overhead), "too much memory")
+    report.check(name, run.output == 0, "files were written")
 
 
 def main():
@@ -212,7 +238,7 @@ def main():
     report = Report()
     with tempfile.TemporaryDirectory(prefix="orvane-") as root:
         bench = Bench(options, root)
-        for run_cases in (run_chains, run_nested, run_libraries):
+        for run_cases in (run_chains, run_nested, run_libraries, run_squares):
             run_cases(bench, report, options)
     if options.table:
         report.write_table(options.table)

@@ -50,6 +50,42 @@ TEST(TokenPieces, EndWhereTheNextTokenBegins) {
     EXPECT_EQ(piecesOf(source, tokens), expected);
 }
 
+TEST(TokenPieces, HaveTheTextOfTheirKind) {
+    const auto isRight = [](TokenType type, std::string_view text) {
+        return isSpelledRight(Token(type, text, 1, 1));
+    };
+    EXPECT_TRUE(isRight(TokenType::RightBrace, "}"));
+    EXPECT_FALSE(isRight(TokenType::RightBrace, "};"));
+    EXPECT_FALSE(isRight(TokenType::Identifier, "a b"));
+    EXPECT_FALSE(isRight(TokenType::FloatLiteral, "1.x"));
+    EXPECT_FALSE(isRight(TokenType::Unknown, "/* a */"));
+    EXPECT_TRUE(isRight(TokenType::StringLiteral, "a b"));
+}
+
+TEST(TokenPieces, HoldOneTokenAndFiller) {
+    EXPECT_TRUE(isFiller(" \n/* \" */ // a\n\t"));
+    EXPECT_TRUE(isFiller("/* no end"));
+    EXPECT_FALSE(isFiller(" a"));
+    EXPECT_FALSE(isFiller("/* a */ /"));
+    EXPECT_FALSE(isFiller(std::string_view("// a\0b", 6)));
+    const auto holds = [](const std::string& piece) {
+        RecordingConsole console;
+        Lexer lexer(piece, console);
+        return holdsNothingElse(piece, lexer.tokenize().front());
+    };
+    EXPECT_TRUE(holds("name /* a */"));
+    EXPECT_FALSE(holds("name;"));
+    EXPECT_TRUE(holds("\"a\\\"b\" // c"));
+    EXPECT_FALSE(holds("\"a\" b"));
+    EXPECT_TRUE(holds("'\\uD83D\\uDE00' "));
+    EXPECT_TRUE(holds("'\\u00e9'"));
+    EXPECT_TRUE(holds("'\\u' "));
+    EXPECT_TRUE(holds("'\\n'\n"));
+    EXPECT_TRUE(holds("'\u00e9' "));
+    EXPECT_FALSE(holds("'a' ; "));
+    EXPECT_FALSE(holds("'\\n' ; "));
+}
+
 TEST(CountedText, AllowsTwoCountersToGoOn) {
     EXPECT_TRUE(differInCountersOnly("", ""));
     EXPECT_TRUE(differInCountersOnly("a_9 = 1001; b_2 7", "a_10 = 1005; b_3 7"));

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # All tests, in the order in which they find mistakes soonest:
 #   1. the development build and everything that ctest knows, the Windows compiler included,
-#   2. the build with the address and undefined-behaviour sanitizers, unit and golden tests,
-#   3. a short run of each fuzzing target, always with the same inputs.
+#   2. the build with the address and undefined-behaviour sanitizers: unit and golden tests, and a
+#      short run of each fuzzing target, always with the same inputs. It is clang's, so that src/ is
+#      also free of the other compiler's warnings.
 # Build output goes to build/<preset>/build.log and is shown when a build fails. The last line says
 # how many tests passed and failed; a GoogleTest program counts with each of its tests.
 set -uo pipefail
@@ -13,13 +14,14 @@ long_tests='_all$|_long$|^screen$' # labels
 passed=0
 failed=0
 
-build() { # build PRESET [TARGET]: counts a failed build as a failed test
+build() { # build PRESET [TARGET...]: counts a failed build as a failed test
     local preset=$1 log=build/$1/build.log
+    shift
     local started=$SECONDS
     mkdir -p "build/$preset"
     echo "== $preset: building"
     if { cmake --preset "$preset" &&
-        cmake --build --preset "$preset" -j"$jobs" ${2:+--target "$2"}; } > "$log" 2>&1; then
+        cmake --build --preset "$preset" -j"$jobs" ${1:+--target "$@"}; } > "$log" 2>&1; then
         echo "   built in $((SECONDS - started)) s"
         return 0
     fi
@@ -61,8 +63,7 @@ tail_of_tests() { # everything that failed, or the list of tests and the closing
 # Every golden outcome and every library function on its own are compiled by `make test-long`; here
 # a sample stands for them.
 build dev && run_tests dev -LE "$long_tests"
-build asan unit_and_golden_tests && run_tests asan -L '^(unit|golden)$'
-build fuzz fuzz_targets && run_tests fuzz -L '^fuzz$'
+build asan unit_and_golden_tests fuzz_targets && run_tests asan -L '^(unit|golden|fuzz)$'
 
 echo
 echo "$passed passed, $failed failed"

@@ -17,4 +17,14 @@ std::vector<std::size_t> offsetsOf(std::string_view source, const std::vector<To
 // token and the blanks and comments behind it.
 std::vector<std::string_view> piecesOf(std::string_view source, const std::vector<Token>& tokens);
 
+// Whether the token has a text that its kind can have; texts and characters in quotes can have any.
+bool isSpelledRight(const Token& token);
+
+// Whether the text is blanks and comments only.
+bool isFiller(std::string_view text);
+
+// Whether the piece is the token as the source spells it and blanks and comments behind it, so that
+// nothing was passed over.
+bool holdsNothingElse(std::string_view piece, const Token& token);
+
 } // namespace Orvane

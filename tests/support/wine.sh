@@ -8,6 +8,12 @@
 # The prefix is "$ORVANE_TEST_PREFIX-null" or "-x11" (default: build/wineprefix in the working
 # directory); it is made once, in 5 to 10 seconds, and reused. Nothing outside it is touched, so runs
 # with different prefixes go on side by side. Programs are ended after ORVANE_TEST_TIMEOUT seconds (60).
+#
+# Wine's server, by itself, ends with the last program. A program that connects in that moment is lost:
+# its connection is reset, or it gives up after five seconds of trying, and nothing of it runs. So the
+# server here is one that stays, and the programs of all scripts that use a prefix, one after the other
+# or side by side, have the same. It goes, with all that belongs to it, about a minute after the last of
+# these scripts. Until then each script holds a shared lock, descriptor 8, which is closed for programs.
 
 : "${ORVANE_TEST_PREFIX:=$PWD/build/wineprefix}"
 : "${ORVANE_TEST_TIMEOUT:=60}"
@@ -64,6 +70,7 @@ wine_create_prefix() {
     wine_settings "$1" > "$WINEPREFIX/settings.reg"
     (
         unset DISPLAY
+        wineserver -p600
         "$WINE" wineboot -i
         if [ -f /usr/share/wine/fonts/marlett.ttf ]; then
             cp /usr/share/wine/fonts/marlett.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
@@ -75,8 +82,31 @@ wine_create_prefix() {
     : > "$WINEPREFIX/.ready"
 }
 
-# wine_up null|x11: makes the prefix or takes the one that is there. Two scripts may ask at once: the
-# second waits. The lock's descriptor is closed for Wine, whose server would keep it for its lifetime.
+# Starts the server and Wine's services, unless they run. Whatever starts the services leaves its output
+# to them, and who reads that output would wait for its end, hence the program without any. The server's
+# own limit of ten minutes counts only when wine_end_later was ended.
+wine_start_server() {
+    if wineserver -p600; then
+        "$WINE" cmd /c rem || true
+        wine_end_later
+    fi < /dev/null > /dev/null 2>&1
+}
+
+# A process on its own: a minute after the start, or later when no script uses the prefix any more, it
+# ends the server. Nobody can come in between, as a newcomer waits for the lock. It is a shell of its
+# own because a copy of this one would keep the locks.
+wine_end_later() {
+    ( sh -c '
+        cd /
+        sleep 60
+        while [ -d "$WINEPREFIX" ] &&
+            ! flock -n "$WINEPREFIX.users" sh -c "wineserver -k; wineserver -w; true"; do
+            sleep 20
+        done' & )
+}
+
+# wine_up null|x11: makes the prefix or takes the one that is there, with the server running. Two scripts
+# may ask at once: the second waits.
 wine_up() {
     case "$1" in
         null | x11) ;;
@@ -85,9 +115,12 @@ wine_up() {
     wine_find || return 1
     wine_environment "$1"
     mkdir -p "$(dirname "$WINEPREFIX")"
+    exec 8> "$WINEPREFIX.users"
+    flock -s 8
     (
         flock 9
-        if [ ! -f "$WINEPREFIX/.ready" ]; then wine_create_prefix "$1" 9>&-; fi
+        if [ ! -f "$WINEPREFIX/.ready" ]; then wine_create_prefix "$1" 8>&- 9>&-; fi
+        if [ -f "$WINEPREFIX/.ready" ]; then wine_start_server 8>&- 9>&-; fi
     ) 9> "$WINEPREFIX.lock"
     if [ ! -f "$WINEPREFIX/.ready" ]; then
         echo "Wine could not make its prefix; see $WINEPREFIX/setup.log" >&2
@@ -97,7 +130,7 @@ wine_up() {
 
 # wine_run PROGRAM ARGUMENTS...: the program's exit code, 124 when it had to be ended.
 wine_run() {
-    timeout -k 5 "$ORVANE_TEST_TIMEOUT" "$WINE" "$@"
+    timeout -k 5 "$ORVANE_TEST_TIMEOUT" "$WINE" "$@" 8>&-
 }
 
 # Ends what still runs in this prefix, and only there.

@@ -15,7 +15,7 @@ first=0 deaths=0 status=0
 while :; do
     # What the functions print goes nowhere: texts of a megabyte, many times.
     "$WINE" "$program" "$set" "$(wine_path "$folder/report.txt")" "$(wine_path "$folder/place.txt")" \
-        "$first" < /dev/null > /dev/null 2>&1
+        "$first" < /dev/null > /dev/null 2>&1 8>&-
     status=$?
     [ "$status" -eq 0 ] && break
     read -r at call < "$folder/place.txt" || break

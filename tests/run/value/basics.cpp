@@ -172,6 +172,11 @@ void testEntries() {
     v["x"] = 5;
     v[std::string("y")] = "why";
     CHECK(v["x"] == 5 && v[std::string("x")] == 5 && v["y"] == "why" && !v.has("z"));
+    // A name from a buffer ends at its zero byte; no name at all is the empty one.
+    char buffer[8] = "x";
+    const char* nothing = nullptr;
+    CHECK(v[buffer] == 5 && &v[nothing] == &v[""] && v.has(""));
+    v.mapVal.erase("");
     // A new entry stays null, also when it is given entries of its own.
     v["inner"]["deep"] = true;
     CHECK(v["inner"]["deep"] == true && v["inner"].isNull());

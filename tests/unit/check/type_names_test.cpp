@@ -194,6 +194,36 @@ TEST(NamesOfTypes, UnknownOnesAreDynamic) {
     EXPECT_EQ(said(inHandler("value v = 1; if (is(v, string)) { } if (is(v, class)) { }")), "");
 }
 
+TEST(NamesOfFunctions, MacrosOfWindows) {
+    EXPECT_EQ(said("value CreateWindow(value a) { return a; }"),
+              "reserved-name <CreateWindow> 'CreateWindow' is a word of the Windows headers and "
+              "cannot be a name here\n");
+    EXPECT_EQ(said("value RGB(r, g, b) { return r; }"),
+              "reserved-name <RGB> 'RGB' is a word of the Windows headers and cannot be a name "
+              "here\n");
+    EXPECT_EQ(said("value CreateWindows(value a) { return a; } value create() { return 1; }"), "");
+}
+
+TEST(NamesOfFunctions, WithTheParametersOfOneOfC) {
+    EXPECT_EQ(said("int abs(int n) { return n; }"),
+              "reserved-name <abs> 'abs' is a word of the C library and cannot be a name here\n");
+    EXPECT_EQ(said("double abs(double n) { return n; }"),
+              "reserved-name <abs> 'abs' is a word of the C library and cannot be a name here\n");
+    EXPECT_EQ(said("value abs(value n) { return n; } int abs(int a, int b) { return a; }"), "");
+    EXPECT_EQ(said("int div(int a, int b) { return a; }"),
+              "reserved-name <div> 'div' is a word of the C library and cannot be a name here\n");
+    EXPECT_EQ(said("value GetVersion() { return 1; }"),
+              "reserved-name <GetVersion> 'GetVersion' is a word of the Windows headers and cannot "
+              "be a name here\n");
+}
+
+TEST(NamesOfFunctions, ANumberMeansTheFunctionOfWindows) {
+    const std::string own = "value Sleep(value a) { return a; } ";
+    EXPECT_EQ(said(inHandler("alert(Sleep(1));", own)), "no-value <Sleep(1)> this has no value\n");
+    EXPECT_EQ(said(inHandler("value v = 1; alert(Sleep(v)); Sleep(1);", own)), "");
+    EXPECT_EQ(said(inHandler("alert(Sleep(1, 2));", "value Sleep(a, b) { return a; } ")), "");
+}
+
 TEST(NamesOfFields, UnknownOnesOfAClass) {
     const std::string point = "class Point { value x; } ";
     EXPECT_EQ(said(inHandler("Point p; alert(p.X);", point)),
@@ -204,6 +234,24 @@ TEST(NamesOfFields, UnknownOnesOfAClass) {
 TEST(NamesOfLibraries, UnknownOnes) {
     EXPECT_EQ(said("import strings"), "unknown-library <strings> no library is called 'strings'\n");
     EXPECT_EQ(said("import normal import \"lib/math.orlib\""), "");
+}
+
+TEST(NamesOfLibraries, AnUnknownOneStandsForItsFunctions) {
+    EXPECT_EQ(said(inHandler("draw(1); paint(draw(2), 3);", "import graphics ")),
+              "needed-library <graphics> no library is called 'graphics', and the program calls "
+              "functions that no other library has\n");
+    EXPECT_EQ(said(inHandler("draw(1);", "import graphics import shapes import string ")),
+              "needed-library <graphics> no library is called 'graphics', and the program calls "
+              "functions that no other library has\n"
+              "needed-library <shapes> no library is called 'shapes', and the program calls "
+              "functions that no other library has\n");
+}
+
+TEST(NamesOfLibraries, WhatIsKnownIsSaidBesideAnUnknownOne) {
+    EXPECT_EQ(said(inHandler("alert(trim(\"x\"));", "import graphics ")),
+              "unknown-library <graphics> no library is called 'graphics'\n"
+              "missing-library <trim> 'trim' is a function of the library 'string', which is not "
+              "imported\n");
 }
 
 TEST(Colours, SixHexadecimalDigits) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 #include <string>
 
@@ -87,6 +88,75 @@ TEST(TextStream, ReservedRoomIsNoText) {
     EXPECT_EQ(out.view(), "");
     out << "a";
     EXPECT_EQ(out.view(), "a");
+}
+
+// ---- Passing on ----
+
+class Pieces final : public TextSink {
+public:
+    void take(std::string_view piece) override {
+        text += piece;
+        longest = std::max(longest, piece.size());
+    }
+    std::string text;
+    std::size_t longest = 0;
+};
+
+TEST(TextStream, PassesOnNothingUpToTheLimit) {
+    Pieces pieces;
+    TextStream out;
+    out.passOn(pieces, 10);
+    out << "12345"
+        << "67890";
+    EXPECT_EQ(pieces.text, "");
+    EXPECT_EQ(out.view(), "1234567890");
+}
+
+TEST(TextStream, PassesOnWhatItHoldsBeforeThePieceThatIsTooMuch) {
+    Pieces pieces;
+    TextStream out;
+    out.passOn(pieces, 10);
+    out << "12345"
+        << "67890" << 'x';
+    EXPECT_EQ(pieces.text, "1234567890");
+    EXPECT_EQ(out.view(), "x");
+}
+
+TEST(TextStream, HoldsOnePieceThatIsLongerThanTheLimit) {
+    Pieces pieces;
+    TextStream out;
+    out.passOn(pieces, 10);
+    out << "ab" << std::string_view("a text of more than ten bytes") << "cd";
+    EXPECT_EQ(pieces.text + out.str(), "aba text of more than ten bytescd");
+}
+
+TEST(TextStream, HoldsNoMoreThanTheLimitOfShortPieces) {
+    Pieces pieces;
+    TextStream out;
+    out.passOn(pieces, 1000);
+    std::string expected;
+    for (int number = 0; number < 10'000; ++number) {
+        out << number << ",";
+        out.fill(3, ' ');
+        expected += std::to_string(number) + ",   ";
+    }
+    EXPECT_EQ(pieces.text + out.str(), expected);
+    EXPECT_LE(pieces.longest, 1000U);
+    EXPECT_LE(out.view().size(), 1000U);
+}
+
+TEST(TextStream, AnExchangeTakesThePassingOnAlong) {
+    Pieces pieces;
+    TextStream first;
+    TextStream second;
+    first.passOn(pieces, 4);
+    first << "1234";
+    first.swap(second);
+    second << "5";
+    first << "a long text that nobody takes";
+    EXPECT_EQ(pieces.text, "1234");
+    EXPECT_EQ(second.view(), "5");
+    EXPECT_EQ(first.view(), "a long text that nobody takes");
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "temporary_directory.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 using namespace Orvane;
 
@@ -70,6 +71,11 @@ TEST_F(OutputFilesTest, AFileThatCannotBeOpenedIsNotWritten) {
     EXPECT_FALSE(writeFile("absent/a.txt", "x"));
     fs::create_directory("directory");
     EXPECT_FALSE(writeFile("directory", "x"));
+}
+
+TEST_F(OutputFilesTest, APipeInPlaceOfTheFileIsNotWaitedFor) {
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    EXPECT_FALSE(writeFile("pipe", "x"));
 }
 
 TEST_F(OutputFilesTest, AFullDiskIsNoticedForShortAndLongTexts) {

@@ -34,6 +34,11 @@ TEST(Files, ADirectoryExistsButHasNoText) {
     EXPECT_EQ(readTextFile(directory.path()), std::nullopt);
 }
 
+TEST(Files, ADeviceHasNoText) {
+    EXPECT_EQ(readTextFile("/dev/null"), std::nullopt);
+    EXPECT_EQ(readTextFile("/dev/zero"), std::nullopt);
+}
+
 TEST(Files, AnEmptyFileHasAnEmptyText) {
     const TemporaryDirectory directory;
     directory.write("empty", "");
