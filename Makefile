@@ -54,6 +54,7 @@ test-install: packages
 	@cmake --preset dev > /dev/null
 	@cmake --build --preset dev -j$(JOBS) | tail -n 1
 	@ctest --preset dev -L '^install' --no-tests=error < /dev/null
+	@tests/install/packages_elsewhere.sh
 	@tests/install/ui_of_package.sh
 
 windows-toolchain:
