@@ -28,7 +28,7 @@ help:
 	@echo "make packages       the archives for Windows and Linux, in build/packages"
 	@echo "make static         warnings of gcc and clang, clang-tidy and cppcheck over src/"
 	@echo "make coverage       lines and branches of src/ that the tests run; fails below 95% of lines"
-	@echo "make mutants        change fixed texts of the generator; fails when no test notices"
+	@echo "make mutants        change fixed texts of generator and checks; fails when no test notices"
 	@echo "make test-install   test those archives, the Windows one under Wine with all window tests"
 	@echo "make windows-toolchain  build the C++ compiler of the Windows archive (a quarter of an hour)"
 	@echo "make golden-update  write the compiler's present output into the golden cases"
@@ -84,7 +84,7 @@ coverage:
 mutants:
 	@$(SETUP) build windows tests
 	@cmake --preset dev > /dev/null
-	@cmake --build --preset dev --target golden_test unit_codegen -j$(JOBS) | tail -n 1
+	@cmake --build --preset dev --target golden_test unit_codegen orvane -j$(JOBS) | tail -n 1
 	@tests/support/mutate-fixed-texts.py build/dev/bin
 
 golden-update:

@@ -1,4 +1,5 @@
 // Calls: which function a name means where it stands, and whether the arguments fit.
+#include "check/member_access.h"
 #include "check/nearest_name.h"
 #include "check/platform_names.h"
 #include "check/type_checker.h"
@@ -10,16 +11,6 @@
 namespace Orvane {
 
 namespace {
-
-const BinaryExpr* asMember(const Expr* expr) {
-    const auto* binary = nodeCast<BinaryExpr>(expr);
-    return binary && binary->op == "." ? binary : nullptr;
-}
-
-std::string_view memberName(const BinaryExpr& access) {
-    const auto* member = nodeCast<IdentifierExpr>(access.right);
-    return member ? member->name : std::string_view{};
-}
 
 // As far as it is known. C++ compares values of one type only.
 bool areOfOneType(const std::vector<ExprType>& arguments) {

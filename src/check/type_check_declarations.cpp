@@ -312,8 +312,7 @@ void TypeChecker::reportUnknownImports() {
 void TypeChecker::reportUnknownType(const TypeUse& use) {
     const std::string_view nearest = nearestName(use.name, names.typeNameList());
     if (nearest.empty()) return;
-    report(MessageId::unknownType, placeOfName(use.node, use.name), {use.name}).hint =
-        "Did you mean '" + std::string(nearest) + "'?";
+    report(MessageId::unknownType, placeOfName(use.node, use.name), {use.name, nearest});
 }
 
 // Types are collected, since an object may make a class known further down.

@@ -1,4 +1,5 @@
 // Expressions: what type each has, and what C++ has no operator for.
+#include "check/member_access.h"
 #include "check/nearest_name.h"
 #include "check/platform_names.h"
 #include "check/type_checker.h"
@@ -10,16 +11,6 @@
 namespace Orvane {
 
 namespace {
-
-const BinaryExpr* asMember(const Expr* expr) {
-    const auto* binary = nodeCast<BinaryExpr>(expr);
-    return binary && binary->op == "." ? binary : nullptr;
-}
-
-std::string_view memberName(const BinaryExpr& access) {
-    const auto* member = nodeCast<IdentifierExpr>(access.right);
-    return member ? member->name : std::string_view{};
-}
 
 const BinaryExpr* asAll(const Expr* expr) {
     const auto* access = asMember(expr);

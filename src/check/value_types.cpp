@@ -1,6 +1,7 @@
 #include "check/value_types.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace Orvane {
 
@@ -63,6 +64,23 @@ ValueType comparisonOf(std::string_view op, ValueType left, ValueType right) {
     return equality && isPointer(left) && isPointer(right) ? truth : impossible;
 }
 
+// For the types to which an assignment and an argument are converted by the same rule.
+std::optional<bool> convertsAlike(ValueType value, ValueType target) {
+    switch (target) {
+    case dynamic:
+        return makesValue(value);
+    case truth:
+        return isPlain(value) || value == chars;
+    case integer:
+    case big:
+    case floating:
+    case character:
+        return isPlain(value);
+    default:
+        return std::nullopt;
+    }
+}
+
 } // namespace
 
 std::string_view describe(ValueType type) {
@@ -104,16 +122,8 @@ ValueType resultOf(std::string_view op, ValueType left, ValueType right) {
 
 bool canAssign(ValueType target, ValueType value) {
     if (isUnknown(target, value)) return true;
+    if (const auto converts = convertsAlike(value, target)) return *converts;
     switch (target) {
-    case dynamic:
-        return makesValue(value);
-    case truth:
-        return isPlain(value) || value == chars;
-    case integer:
-    case big:
-    case floating:
-    case character:
-        return isPlain(value);
     case text: // std::string takes single characters, and the literal 0 may mean two things
         return (isPlain(value) && value != zero) || value == text || value == chars ||
                value == null;
@@ -126,20 +136,8 @@ bool canAssign(ValueType target, ValueType value) {
 
 bool canBecome(ValueType value, ValueType target) {
     if (isUnknown(value, target)) return true;
-    switch (target) {
-    case dynamic:
-        return makesValue(value);
-    case truth:
-        return isPlain(value) || value == chars;
-    case integer:
-    case big:
-    case floating:
-        return isPlain(value);
-    case text:
-        return value == text || isPointer(value);
-    default:
-        return true;
-    }
+    if (const auto converts = convertsAlike(value, target)) return *converts;
+    return target != text || value == text || isPointer(value);
 }
 
 bool canBeCondition(ValueType type) { return type != text && type != list && type != nothing; }

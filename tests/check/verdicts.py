@@ -305,7 +305,7 @@ def main():
     parser.add_argument("--work", type=Path)
     parser.add_argument("--list", type=Path)
     parser.add_argument("--check", action="store_true")
-    options = parser.parse_args()
+    options = parser.parse_intermixed_args()
     if options.part == "page":
         return page(options)
     if not options.compiler or not options.work:

@@ -9,6 +9,8 @@ TEST(NamesOfFunctions, UnknownOnesAreErrors) {
     EXPECT_EQ(said(inHandler("prnt(1);")),
               "unknown-function <prnt> no function is called 'prnt'\n");
     EXPECT_EQ(hintOf(inHandler("prnt(1);")), "Did you mean 'print'?");
+    EXPECT_EQ(hintOf(inHandler("paintItAll(1);")),
+              "Write the function, or import the library that has it.");
     EXPECT_EQ(said(inHandler("print(1); alert(greet());", "value greet() { return 1; }")), "");
 }
 
@@ -135,6 +137,11 @@ TEST(ReservedNames, WordsOfCppAndMacrosAreRefusedWhereTheyAreWritten) {
               "reserved-name <new> 'new' is a word of C++ and cannot be a name here\n");
 }
 
+TEST(ReservedNames, AWordOfCppIsNoFunction) {
+    EXPECT_EQ(said(inHandler("alert(xor(1, 2));")),
+              "reserved-name <xor> 'xor' is a word of C++ and cannot be a name here\n");
+}
+
 TEST(NamesOfMethods, OnesBelowAreNotKnown) {
     const std::string above = "class K { value a() { K k = _this; return k.b(); } "
                               "value b() { return 1; } }";
@@ -170,6 +177,8 @@ TEST(NamesOfMethods, UnknownOnesDoNothing) {
               "method-of-no-object <push> '.push(...)' does nothing and gives null, because no "
               "class is known for what stands before it\n");
     EXPECT_EQ(hintOf(inHandler("value v = {}; v.push(1);")), "Write the function: push(v, ...).");
+    EXPECT_EQ(hintOf(inHandler("value v = {}; v.paintItAll(1);")),
+              "Declare the variable with its class, or call a function.");
 }
 
 TEST(CallsInMethods, DoNotBringLibraryFunctionsIn) {
@@ -228,6 +237,8 @@ TEST(NamesOfFields, UnknownOnesOfAClass) {
     const std::string point = "class Point { value x; } ";
     EXPECT_EQ(said(inHandler("Point p; alert(p.X);", point)),
               "unknown-field <X> the class 'Point' has no field 'X'\n");
+    EXPECT_EQ(hintOf(inHandler("Point p; alert(p.colour);", point)),
+              "Add the field to the class, or correct the name.");
     EXPECT_EQ(said(inHandler("Point p; p.X = 1; alert(p.X); alert(p.x);", point)), "");
 }
 

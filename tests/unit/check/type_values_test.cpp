@@ -20,8 +20,20 @@ TEST(Arguments, OfTypedParametersHaveTheirType) {
               "argument-type <v> 'twice' takes an int here, and this is a dynamic value\n");
     EXPECT_EQ(said(inHandler("alert(same(5));", typed)),
               "argument-type <5> 'same' takes a string here, and this is an int\n");
+    EXPECT_EQ(hintOf(inHandler("alert(same(5));", typed)),
+              "Pass a value of that type, or let the parameter be 'value'.");
     EXPECT_EQ(said(inHandler("alert(twice(2.5)); alert(twice(true)); alert(same(\"a\"));", typed)),
               "");
+}
+
+TEST(Arguments, DynamicOnesAreConvertedFirst) {
+    const auto hintFor = [](const std::string& type) {
+        return hintOf(inHandler("value v = 1; take(v);", "void take(" + type + " x) { } "));
+    };
+    EXPECT_EQ(hintFor("int"), "Convert it: toInt(...) of the library 'math'.");
+    EXPECT_EQ(hintFor("double"), "Convert it: toDouble(...) of the library 'math'.");
+    EXPECT_EQ(hintFor("bool"), "Convert it: toBool(...) of the library 'math'.");
+    EXPECT_EQ(hintFor("string"), "Store it first: string t = \"\" + x; and pass t.");
 }
 
 TEST(Arguments, ThatAreChangedAreVariables) {
@@ -201,6 +213,8 @@ TEST(Results, OfHandlersAreNumbers) {
 TEST(Results, HaveTheTypeOfTheFunction) {
     EXPECT_EQ(said("int f(n) { return n; }"),
               "wrong-return <n> 'f' must return an int, and this is a dynamic value\n");
+    EXPECT_EQ(hintOf("int f() { return \"x\"; }"),
+              "Return a value of that type, or let the function return 'value'.");
     EXPECT_EQ(said("value f(n) { return; }"),
               "return-without-value <return;> 'f' must return a dynamic value, and here is "
               "nothing\n");

@@ -21,62 +21,48 @@ Diagnostic unknown(std::string_view name, ByteRange range) {
     return makeDiagnostic(MessageId::unreadableFile, range, {name});
 }
 
-const std::string hint = "      = Look at its name, its folder and who may read it.\n";
+// What is printed about an unreadable a.vorla: at LINE:COLUMN, with the lines below it.
+std::string saidAt(const std::string& place, const std::string& shown) {
+    return "a.vorla:" + place + ": error: the file cannot be read [unreadable-file]\n" + shown +
+           "      = Look at its name, its folder and who may read it.\n";
+}
 
 } // namespace
 
 TEST(PrintText, ShowsPlaceLineUnderlineAndHint) {
-    const SourceText source("app.vorla", "value a;\n  prnt(1);\n");
-    EXPECT_EQ(printed(source, {unknown("", {11, 15})}),
-              "app.vorla:2:3: error: the file cannot be read [unreadable-file]\n"
-              "    2 |   prnt(1);\n"
-              "      |   ^~~~\n" +
-                  hint);
+    const SourceText source("a.vorla", "value a;\n  prnt(1);\n");
+    EXPECT_EQ(printed(source, {unknown("", {11, 15})}), saidAt("2:3", "    2 |   prnt(1);\n"
+                                                                      "      |   ^~~~\n"));
 }
 
 TEST(PrintText, CountsCharactersAndAlignsTheUnderlineBehindTabs) {
     const SourceText source("a.vorla", "\t\"\xC3\xA4\" x");
-    EXPECT_EQ(printed(source, {unknown("", {6, 7})}),
-              "a.vorla:1:6: error: the file cannot be read [unreadable-file]\n"
-              "    1 |     \"\xC3\xA4\" x\n"
-              "      |         ^\n" +
-                  hint);
+    EXPECT_EQ(printed(source, {unknown("", {6, 7})}), saidAt("1:6", "    1 |     \"\xC3\xA4\" x\n"
+                                                                    "      |         ^\n"));
 }
 
 TEST(PrintText, LeavesOutTheCarriageReturn) {
     const SourceText source("a.vorla", "one\r\ntwo\r\n");
-    EXPECT_EQ(printed(source, {unknown("", {3, 3})}),
-              "a.vorla:1:4: error: the file cannot be read [unreadable-file]\n"
-              "    1 | one\n"
-              "      |    ^\n" +
-                  hint);
+    EXPECT_EQ(printed(source, {unknown("", {3, 3})}), saidAt("1:4", "    1 | one\n"
+                                                                    "      |    ^\n"));
 }
 
 TEST(PrintText, UnderlinesARangeOverSeveralLinesOnItsFirst) {
     const SourceText source("a.vorla", "if (x) {\n    y();\n}\n");
-    EXPECT_EQ(printed(source, {unknown("", {3, 19})}),
-              "a.vorla:1:4: error: the file cannot be read [unreadable-file]\n"
-              "    1 | if (x) {\n"
-              "      |    ^~~~~\n" +
-                  hint);
+    EXPECT_EQ(printed(source, {unknown("", {3, 19})}), saidAt("1:4", "    1 | if (x) {\n"
+                                                                     "      |    ^~~~~\n"));
 }
 
 TEST(PrintText, PointsBehindTheLastLine) {
     const SourceText source("a.vorla", "vorla A {\n");
-    EXPECT_EQ(printed(source, {unknown("", {10, 10})}),
-              "a.vorla:2:1: error: the file cannot be read [unreadable-file]\n"
-              "    2 |\n"
-              "      | ^\n" +
-                  hint);
+    EXPECT_EQ(printed(source, {unknown("", {10, 10})}), saidAt("2:1", "    2 |\n"
+                                                                      "      | ^\n"));
 }
 
 TEST(PrintText, ByteOrderMarkIsNotShown) {
     const SourceText source("a.vorla", "\xEF\xBB\xBFx y");
-    EXPECT_EQ(printed(source, {unknown("", {5, 6})}),
-              "a.vorla:1:3: error: the file cannot be read [unreadable-file]\n"
-              "    1 | x y\n"
-              "      |   ^\n" +
-                  hint);
+    EXPECT_EQ(printed(source, {unknown("", {5, 6})}), saidAt("1:3", "    1 | x y\n"
+                                                                    "      |   ^\n"));
 }
 
 TEST(PrintText, LineNumbersAreRightAligned) {
