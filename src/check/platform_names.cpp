@@ -33,6 +33,12 @@ constexpr std::string_view cppWords[] = {
     "virtual",      "volatile",  "wchar_t",      "xor",       "xor_eq",
 };
 
+// Those of them that may stand before brackets: operators and types. In byte order.
+constexpr std::string_view callableWords[] = {
+    "alignof", "char",  "char16_t", "char32_t", "compl",  "float",    "long",    "noexcept",
+    "not",     "short", "signed",   "sizeof",   "typeid", "unsigned", "wchar_t",
+};
+
 // Macros of the headers that stand for nothing, for a number or for a word of C++; those that
 // somebody might take as a name, in byte order.
 constexpr std::string_view windowsWords[] = {
@@ -189,6 +195,8 @@ ReservedWord reservedWord(std::string_view name) {
     if (contains(cppWords, name)) return ReservedWord::cpp;
     return contains(windowsWords, name) ? ReservedWord::windows : ReservedWord::none;
 }
+
+bool isCalledLikeFunction(std::string_view word) { return contains(callableWords, word); }
 
 bool mayBePlatformName(std::string_view name) {
     if (isConstantName(name)) return true;

@@ -17,6 +17,9 @@ enum class ReservedWord { none, cpp, windows };
 // that stands for something else than a name.
 ReservedWord reservedWord(std::string_view name);
 
+// Whether C++ may take the word before brackets as it takes a function: not(x), sizeof(x), float(n).
+bool isCalledLikeFunction(std::string_view word);
+
 // Whether the headers of generated programs declare or define the name. Some other names count as
 // well, so that only "no" is certain.
 bool mayBePlatformName(std::string_view name);

@@ -181,6 +181,7 @@ ExprType TypeChecker::callOfUnknown(const CallExpr& call) {
         if (isOwnMethod(call)) report(MessageId::methodAsFunction, place, {call.name});
         return {};
     }
+    if (isCalledLikeFunction(call.name)) return {};
     if (names.classOf(call.name)) {
         report(MessageId::constructorCall, place, {call.name});
     } else if (isOwnMethod(call)) {

@@ -142,6 +142,12 @@ TEST(ReservedNames, AWordOfCppIsNoFunction) {
               "reserved-name <xor> 'xor' is a word of C++ and cannot be a name here\n");
 }
 
+TEST(ReservedNames, OperatorsAndTypesOfCppMayStandBeforeBrackets) {
+    EXPECT_EQ(said(inHandler("value n = 1; alert(not(n)); print(compl(3));")), "");
+    EXPECT_EQ(said(inHandler("print(sizeof(3)); print(float(3)); print(typeid(3)); noexcept(3);")),
+              "");
+}
+
 TEST(NamesOfMethods, OnesBelowAreNotKnown) {
     const std::string above = "class K { value a() { K k = _this; return k.b(); } "
                               "value b() { return 1; } }";
