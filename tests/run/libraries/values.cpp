@@ -216,6 +216,7 @@ static void testFormat() {
     CHECK_EQUAL(sprintf(Value("%5.2f|%-4s|%04x"), 2.345, "ab", 255), " 2.35|ab  |00ff");
     CHECK_EQUAL(sprintf(Value("%d%%"), "50"), "50%");
     CHECK_EQUAL(sprintf(Value("%d %d"), 1), "1 ?");
+    CHECK_EQUAL(sprintf("%s%d%d%d%d", "x", 2, 3, 4), "x234?");
     CHECK_EQUAL(sprintf(Value("%d %n %q"), "x", 2, 3), "? ? ?");
     CHECK_EQUAL(sprintf(Value("%9999999999999s|%s"), "x", 1), "?|1");
     CHECK_EQUAL(sprintf(Value("100%"), 1), "100%");

@@ -182,6 +182,17 @@ static void testAnchors() {
           getBounds(wide).toString() == "[10, 20, 100, 30]");
 }
 
+static void testStatusBarsOfAResizedWindow() {
+    CHECK(setWindowSize(300, 200));
+    Value plain = control("msctls_statusbar32", 0, 40),
+          divided = control("msctls_statusbar32", 0, 41);
+    CHECK(setStatusParts(divided, listOf({50, -1, 60})) && setWindowSize(350, 220));
+    int edges[8] = {0};
+    CHECK_EQUAL((int)SendMessageA((HWND)divided.handleVal, SB_GETPARTS, 8, (LPARAM)edges), 3);
+    CHECK(edges[0] == 50 && edges[1] == 290 && edges[2] == 350 &&
+          getBounds(plain).arrayVal[2].intVal == 350 && setWindowSize(300, 200));
+}
+
 static void testShortcutsAndKeys() {
     Value target = control("BUTTON", 0, 37);
     CHECK(addShortcut("Ctrl+S", target) && addShortcut("ctrl + shift + F4", target) &&
@@ -306,6 +317,7 @@ int main() {
     testMenus();
     testWindow();
     testAnchors();
+    testStatusBarsOfAResizedWindow();
     testShortcutsAndKeys();
     testTimers();
     testDroppedFiles();
