@@ -31,7 +31,7 @@ static constexpr std::string_view valueText =
     // Programs are compiled with -Og, which inlines little of the library on its own: what every
     // operation runs asks for it, and what is rare is kept out of it. Most values are numbers:
     // their names come from a literal, and their empty parts stay as they are.
-    Value(const Value& other) : Value(other, WithoutParts()) {
+    [[gnu::noinline, gnu::flatten]] Value(const Value& other) : Value(other, WithoutParts()) {
         if (other.hasParts()) copyParts(other);
     }
     [[gnu::flatten]] Value(Value&& other) noexcept
@@ -49,7 +49,7 @@ static constexpr std::string_view valueText =
     Value& operator=(Value&& other) noexcept {
         return isNumberLike(other) ? setNumbers(other) : replaceBy(std::move(other));
     }
-    [[gnu::flatten]] ~Value() {}
+    [[gnu::noinline, gnu::flatten]] ~Value() {}
 
     std::string copiedName() const {
         if (isInt()) return "int";
@@ -66,7 +66,7 @@ static constexpr std::string_view valueText =
     std::string copiedText() const { return stringVal.empty() ? std::string() : wholeText(); }
     std::string movedText() { return stringVal.empty() ? std::string() : takenText(stringVal); }
     [[gnu::noinline]] std::string wholeName() const { return typeName; }
-    [[gnu::noinline]] std::string wholeText() const { return stringVal; }
+    [[gnu::noinline, gnu::flatten]] std::string wholeText() const { return stringVal; }
     [[gnu::noinline]] static std::string takenText(std::string& text) { return std::move(text); }
     [[gnu::always_inline]] bool hasParts() const {
         return arrayVal.begin() != arrayVal.end() || mapVal.size() != 0;
@@ -94,8 +94,8 @@ static constexpr std::string_view valueText =
     // The other value may be a part of this one.
     [[gnu::noinline]] Value& replaceBy(Value&& other) noexcept {
         Value moved(std::move(other));
-        typeName.swap(moved.typeName);
-        stringVal.swap(moved.stringVal);
+        if (typeName != moved.typeName) typeName.swap(moved.typeName);
+        if (stringVal.size() + moved.stringVal.size() != 0) stringVal.swap(moved.stringVal);
         swapParts(moved);
         return setNumbers(moved);
     }
@@ -140,7 +140,7 @@ static constexpr std::string_view valueText =
     bool isString() const { return isNamed("string"); }
     bool isBool() const { return isNamed("bool"); }
     bool isArray() const { return isNamed("array"); }
-    bool isContainer() const { return typeName == "container" || isArray(); }
+    bool isContainer() const { return isArray() || typeName == "container"; }
     bool isMap() const { return isNamed("map"); }
     bool isHandle() const { return isNamed("handle"); }
     bool isColor() const { return isNamed("color"); }
@@ -199,12 +199,22 @@ static constexpr std::string_view valueText =
     const Value& operator[](size_t index) const { return arrayVal[index]; }
 
     [[gnu::always_inline]] Value& operator[](const char* key) {
-        return named(key, key ? __builtin_strlen(key) : 0);
+        return key ? named(key, __builtin_strlen(key)) : named("", 0);
     }
-    // The length of a literal is known where it is written.
+    // The length of a literal is known where it is written. Most objects have few fields: to look
+    // at each is less work than to make a text and to go down the tree with it.
     [[gnu::noinline, gnu::flatten]] Value& named(const char* key, size_t length) {
-        return (*this)[std::string(key, length)];
+        if (mapVal.size() <= 8 && !isHandle()) {
+            for (auto& entry : mapVal) {
+                const std::string& name = entry.first;
+                if (name.size() == length && !__builtin_memcmp(name.data(), key, length)) {
+                    return entry.second;
+                }
+            }
+        }
+        return namedByText(std::string(key, length));
     }
+    [[gnu::noinline]] Value& namedByText(const std::string& key) { return (*this)[key]; }
     const Value& operator[](const char* key) const { return (*this)[std::string(key)]; }
     template <typename Number, typename = std::enable_if_t<std::is_arithmetic<Number>::value>>
     Value& operator[](Number index) {
@@ -302,7 +312,7 @@ static constexpr std::string_view valueText =
                                       Result>;
 
     // The binary operators take either operand in any form that a value can be made of.
-    friend Value operator+(const Value& left, const Value& right) {
+    [[gnu::flatten]] friend Value operator+(const Value& left, const Value& right) {
         if (left.isNumber() && right.isNumber()) return left.numberOr(0.0) + right.numberOr(0.0);
         return left.joined(right);
     }
@@ -317,15 +327,15 @@ static constexpr std::string_view valueText =
     friend Value operator+(Number left, const Value& right) {
         return Value(left) + right;
     }
-    friend Value operator-(const Value& left, const Value& right) {
+    [[gnu::flatten]] friend Value operator-(const Value& left, const Value& right) {
         if (left.isInt() && right.isInt()) return left.intVal - right.intVal;
         return left.numberOr(0.0) - right.numberOr(0.0);
     }
-    friend Value operator*(const Value& left, const Value& right) {
+    [[gnu::flatten]] friend Value operator*(const Value& left, const Value& right) {
         if (left.isInt() && right.isInt()) return left.intVal * right.intVal;
         return left.numberOr(0.0) * right.numberOr(0.0);
     }
-    friend Value operator/(const Value& left, const Value& right) {
+    [[gnu::flatten]] friend Value operator/(const Value& left, const Value& right) {
         double divisor = right.numberOr(1.0);
         return divisor == 0.0 ? Value(0.0) : Value(left.numberOr(0.0) / divisor);
     }
@@ -337,7 +347,7 @@ static constexpr std::string_view valueText =
     }
     // The same with a literal on the right, without a value made of it.
     template <typename Number>
-    friend IfNumber<Number, Value> operator-(const Value& left, Number right) {
+    [[gnu::flatten]] friend IfNumber<Number, Value> operator-(const Value& left, Number right) {
         if constexpr (std::is_same<Number, int>::value) {
             if (left.isInt()) return left.intVal - right;
         }
@@ -351,18 +361,18 @@ static constexpr std::string_view valueText =
         return left - right.numberOr(0.0);
     }
     template <typename Number>
-    friend IfNumber<Number, Value> operator*(const Value& left, Number right) {
+    [[gnu::flatten]] friend IfNumber<Number, Value> operator*(const Value& left, Number right) {
         if constexpr (std::is_same<Number, int>::value) {
             if (left.isInt()) return left.intVal * right;
         }
         return left.numberOr(0.0) * right;
     }
     template <typename Number>
-    friend IfNumber<Number, Value> operator/(const Value& left, Number right) {
+    [[gnu::flatten]] friend IfNumber<Number, Value> operator/(const Value& left, Number right) {
         return right == 0 ? Value(0.0) : Value(left.numberOr(0.0) / right);
     }
     template <typename Number>
-    friend IfNumber<Number, Value> operator%(const Value& left, Number right) {
+    [[gnu::flatten]] friend IfNumber<Number, Value> operator%(const Value& left, Number right) {
         const long long divisor = static_cast<long long>(right);
         if (divisor == 0 || divisor == -1) return Value(0);
         return left.wholeOr(0) % divisor;

@@ -188,6 +188,40 @@ void testEntries() {
     CHECK(!fixed.has("missing"));
 }
 
+// Few entries and many, names of one length and names that begin like another, in every spelling.
+void testEntriesOfManySizes() {
+    const char* names[] = {"ab",
+                           "aa",
+                           "abc",
+                           "b",
+                           "",
+                           "ba",
+                           "a long name for a field",
+                           "abd",
+                           "a",
+                           "a long name for a fields",
+                           "abcd",
+                           "bb",
+                           "bc"};
+    Value object = Value::makeObject("Many");
+    int count = 0;
+    for (const char* name : names) {
+        CHECK(!object.has(name) && object[name].isNull() && object.has(name));
+        object[name] = ++count;
+        CHECK(object.mapVal.size() == static_cast<size_t>(count));
+        int position = 0;
+        for (const char* earlier : names) {
+            if (position == count) break;
+            ++position;
+            CHECK(object[earlier] == position && object[std::string(earlier)] == position &&
+                  object[Value(earlier)] == position);
+        }
+    }
+    // A zero byte belongs to a name of C++, but ends a literal.
+    object[std::string("b\0c", 3)] = "with a zero";
+    CHECK(object["b\0c"] == 4 && object[std::string("b\0c", 3)] == "with a zero");
+}
+
 void testPositions() {
     Value list = List{10, 20, 30};
     const long long wide = 2;
@@ -235,6 +269,7 @@ void testBasics() {
     testText();
     testStream();
     testEntries();
+    testEntriesOfManySizes();
     testPositions();
     testReferencesWithoutCopies();
     testCalls();

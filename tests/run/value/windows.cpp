@@ -44,9 +44,12 @@ void testOtherEntriesOfAHandle() {
     CHECK(control["caption"].isNull() && control.isHandle());
     control["tag"] = 5;
     CHECK(control["tag"] == 5 && control.isHandle());
-    DestroyWindow(h);
     Value none = Value::makeHandle(nullptr);
     CHECK(none["text"].isNull() && none.isHandle());
+    // An entry of this name does not hide the window's text.
+    none.handleVal = (void*)h;
+    CHECK(none["text"].stringVal == "Hello" && none.isString());
+    DestroyWindow(h);
 }
 
 void testWide() {
