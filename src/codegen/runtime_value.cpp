@@ -193,7 +193,10 @@ static constexpr std::string_view valueText =
         if (place != mapVal.end() && place->first == key) return place->second;
         return addEntry(key);
     }
-    [[gnu::noinline]] Value& addEntry(const std::string& key) { return mapVal[key]; }
+    // Less for the compiler to do than by mapVal[key].
+    [[gnu::noinline]] Value& addEntry(const std::string& key) {
+        return mapVal.insert({key, Value()}).first->second;
+    }
     const Value& operator[](const std::string& key) const { return mapVal.at(key); }
     Value& operator[](size_t index) { return arrayVal[index]; }
     const Value& operator[](size_t index) const { return arrayVal[index]; }
@@ -212,9 +215,11 @@ static constexpr std::string_view valueText =
                 }
             }
         }
-        return namedByText(std::string(key, length));
+        return namedByText(key, length);
     }
-    [[gnu::noinline]] Value& namedByText(const std::string& key) { return (*this)[key]; }
+    [[gnu::noinline]] Value& namedByText(const char* key, size_t length) {
+        return (*this)[std::string(key, length)];
+    }
     const Value& operator[](const char* key) const { return (*this)[std::string(key)]; }
     template <typename Number, typename = std::enable_if_t<std::is_arithmetic<Number>::value>>
     Value& operator[](Number index) {
@@ -267,9 +272,13 @@ static constexpr std::string_view valueText =
         } else if (isHandle()) {
             text += "[handle]";
         } else if (isFunction()) {
-            text += "[function:" + stringVal + "]";
+            text += "[function:";
+            text += stringVal;
+            text += "]";
         } else {
-            text += "[" + typeName + "]";
+            text += "[";
+            text += typeName;
+            text += "]";
         }
     }
     void appendElements(std::string& text) const {
@@ -286,7 +295,9 @@ static constexpr std::string_view valueText =
         text += "{";
         const char* separator = "";
         for (const auto& entry : mapVal) {
-            text += separator + entry.first + ": ";
+            text += separator;
+            text += entry.first;
+            text += ": ";
             entry.second.appendTo(text);
             separator = ", ";
         }
@@ -331,11 +342,11 @@ static constexpr std::string_view valueText =
         if (left.isInt() && right.isInt()) return left.intVal - right.intVal;
         return left.numberOr(0.0) - right.numberOr(0.0);
     }
-    [[gnu::flatten]] friend Value operator*(const Value& left, const Value& right) {
+    friend Value operator*(const Value& left, const Value& right) {
         if (left.isInt() && right.isInt()) return left.intVal * right.intVal;
         return left.numberOr(0.0) * right.numberOr(0.0);
     }
-    [[gnu::flatten]] friend Value operator/(const Value& left, const Value& right) {
+    friend Value operator/(const Value& left, const Value& right) {
         double divisor = right.numberOr(1.0);
         return divisor == 0.0 ? Value(0.0) : Value(left.numberOr(0.0) / divisor);
     }
@@ -388,8 +399,9 @@ static constexpr std::string_view valueText =
     friend bool operator==(const Value& left, const Value& right) {
         if (left.isInt()) return right.isInt() && left.intVal == right.intVal;
         if (left.isFloat()) return right.isFloat() && left.floatVal == right.floatVal;
-        if (left.isString()) return right.isString() && left.stringVal == right.stringVal;
-        if (left.isColor()) return right.isColor() && left.stringVal == right.stringVal;
+        if (left.isString() || left.isColor()) {
+            return left.typeName == right.typeName && left.stringVal == right.stringVal;
+        }
         return left.isBool() && right.isBool() && left.boolVal == right.boolVal;
     }
     friend bool operator!=(const Value& left, const Value& right) { return !(left == right); }
