@@ -1,8 +1,8 @@
 // What a value costs that only has its members: copied, moved and destroyed as C++ does it by
-// itself, with operators that test no more than the four loops over lists, maps and objects need to
-// come to their results. programs.py puts this in the place of the type of a program and compiles
-// it with -O3: what it takes, the text of the program takes, which copies the list or the object of
-// each for, comprehension and call of a method.
+// itself, with operators that test no more than the loops over numbers, lists, maps and objects
+// need to come to their results. programs.py puts this in the place of the type of a program and
+// compiles it with -O3: what it takes, the text of the program takes, which makes a value of each
+// result and copies the list or the object of each for, comprehension and call of a method.
 struct Value {
     std::string typeName = "null";
     long long intVal = 0;
@@ -60,6 +60,23 @@ struct Value {
     friend Value operator%(const Value& left, const Value& right) {
         return static_cast<long long>(left.numberOr(0)) % static_cast<long long>(right.numberOr(1));
     }
+    // Literals on one side are not made into values.
+    friend Value operator-(const Value& left, int right) {
+        return left.isInt() ? Value(left.intVal - right) : Value(left.floatVal - right);
+    }
+    friend Value operator-(int left, const Value& right) {
+        return right.isInt() ? Value(left - right.intVal) : Value(left - right.floatVal);
+    }
+    friend Value operator*(const Value& left, int right) {
+        return left.isInt() ? Value(left.intVal * right) : Value(left.floatVal * right);
+    }
+    friend Value operator*(const Value& left, double right) { return left.numberOr(0) * right; }
+    friend Value operator/(const Value& left, int right) { return left.numberOr(0) / right; }
+    friend Value operator%(const Value& left, int right) { return left.intVal % right; }
+    friend bool operator==(const Value& left, int right) { return left.intVal == right; }
+    friend bool operator<(const Value& left, int right) { return left.intVal < right; }
+    friend bool operator>(const Value& left, int right) { return left.intVal > right; }
+
     friend bool operator==(const Value& left, const Value& right) {
         return left.intVal == right.intVal;
     }
