@@ -23,12 +23,14 @@ static std::wstring shortName(const std::wstring& path) {
     return std::to_wstring(hash);
 }
 
-Installation::Installation(const std::wstring& launcher)
+Installation::Installation(const std::wstring& launcher, bool withSymbols)
     : toolsFolder(folderOf(folderOf(launcher))), launcherPath(launcher),
-      compilerPath(toolsFolder + L"\\mingw64\\bin\\g++.exe"), headerFolders{toolsFolder +
-                                                                            L"\\fast"} {
+      compilerPath(toolsFolder + L"\\mingw64\\bin\\g++.exe"),
+      headerHasSymbols(withSymbols), headerFolders{toolsFolder + L"\\fast"} {
     const std::wstring data = environmentValue(L"LOCALAPPDATA");
     if (!data.empty()) headerFolders.push_back(data + L"\\Orvane\\" + shortName(toolsFolder));
+    if (withSymbols)
+        for (std::wstring& folder : headerFolders) folder += L"\\symbols";
 }
 
 // Calls the function with the full path of everything in a folder.
@@ -66,6 +68,7 @@ bool Installation::isUsable(const std::wstring& folder) const {
 // The lock is a file that nobody else can open meanwhile; it opens again with the end of its owner.
 // In a folder that cannot be written there is none.
 static HANDLE openLock(const std::wstring& folder) {
+    CreateDirectoryW(folderOf(folderOf(folder)).c_str(), nullptr);
     CreateDirectoryW(folderOf(folder).c_str(), nullptr);
     CreateDirectoryW(folder.c_str(), nullptr);
     return CreateFileW((folder + L"\\lock").c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
@@ -114,8 +117,8 @@ bool Installation::makeHeader(const std::wstring& folder) const {
     const std::wstring text = toolsFolder + L"\\fast\\includes.h";
     const std::wstring made = folder + L"\\made";
     DeleteFileW(made.c_str());
-    const bool here = folder == headerFolders.front() ||
-                      CopyFileW(text.c_str(), (folder + L"\\includes.h").c_str(), FALSE);
+    const std::wstring place = folder + L"\\includes.h";
+    const bool here = place == text || CopyFileW(text.c_str(), place.c_str(), FALSE);
     if (here && precompile(folder) &&
         replaceFile(folder + L"\\new.gch", folder + L"\\includes.h.gch") &&
         writeFile(made, utf8Of(formatState(folder))))
@@ -125,12 +128,14 @@ bool Installation::makeHeader(const std::wstring& folder) const {
     return false;
 }
 
-// With -g, since such a header serves programs with and without debug information.
+// With -g it would serve programs without debug information, too, but where a function has options
+// of its own, as in the type of values, the compiler then follows all variables in vain: a tenth of
+// a second for each build.
 bool Installation::precompile(const std::wstring& folder) const {
     const Arguments arguments = {compilerPath,
                                  L"-std=c++17",
                                  L"-Og",
-                                 L"-g",
+                                 headerHasSymbols ? L"-g" : L"-g0",
                                  L"-finput-charset=UTF-8",
                                  L"-mwindows",
                                  L"-I" + toolsFolder + L"\\include",

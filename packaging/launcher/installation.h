@@ -6,6 +6,7 @@
 //     TOOLS\fast\includes.h        what all programs include
 //     TOOLS\fast\includes.h.gch    the precompiled header, made by the first build
 //     TOOLS\fast\made              names, sizes and times of what it is valid for
+//     TOOLS\fast\symbols           the same for programs with debug information
 //
 // Where TOOLS\fast cannot be written, the header lies in the user's local application data.
 #pragma once
@@ -17,7 +18,8 @@ namespace Orvane {
 
 class Installation {
 public:
-    explicit Installation(const std::wstring& launcher);
+    // The header is to serve a program with debug information or one without.
+    Installation(const std::wstring& launcher, bool withSymbols);
 
     const std::wstring& tools() const { return toolsFolder; }
     const std::wstring& compiler() const { return compilerPath; }
@@ -41,6 +43,7 @@ private:
     std::wstring toolsFolder;
     std::wstring launcherPath;
     std::wstring compilerPath;
+    bool headerHasSymbols;
     std::vector<std::wstring> headerFolders; // in the order in which they are looked at
 };
 

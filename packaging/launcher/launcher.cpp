@@ -78,21 +78,22 @@ static int buildProgram(const Installation& installation, Arguments arguments, s
 }
 
 static int launch(const std::wstring& commandLine) {
-    const Installation installation(pathOfThisProgram());
+    Arguments arguments = splitArguments(commandLine);
+    const bool withSymbols = asksForSymbols(arguments);
+    const Installation installation(pathOfThisProgram(), withSymbols);
     if (!isFile(installation.compiler())) {
         say(L"the C++ compiler is missing: put the folder \"mingw64\" of the Windows package into \"" +
             installation.tools() + L"\", so that \"" + installation.compiler() + L"\" is there");
         return 1;
     }
     clearToolchainSettings();
-    Arguments arguments = splitArguments(commandLine);
     if (arguments.size() == 2 && arguments[1] == L"--orvane-make-pch")
         return makeHeaderNow(installation);
 
-    const std::wstring linking = asksForSymbols(arguments) ? L" -static" : L" -static -s";
+    const std::wstring linking = withSymbols ? L" -static" : L" -static -s";
     if (const auto output = findProgramOutput(arguments, installation.tools())) {
         arguments.push_back(L"-static");
-        if (!asksForSymbols(arguments)) arguments.push_back(L"-s");
+        if (!withSymbols) arguments.push_back(L"-s");
         return buildProgram(installation, arguments, *output);
     }
     const std::wstring line =

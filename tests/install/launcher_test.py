@@ -127,7 +127,7 @@ class Programs(LauncherTest):
         calls = self.launch()
         self.assertEqual(len(calls), 2)
         tools = windows(self.tools)
-        header = [windows(self.compiler), "-std=c++17", "-Og", "-g", "-finput-charset=UTF-8",
+        header = [windows(self.compiler), "-std=c++17", "-Og", "-g0", "-finput-charset=UTF-8",
                   "-mwindows", f"-I{tools}\\include", f"-I{tools}\\orlib", f"-I{tools}\\parameter",
                   "-x", "c++-header", f"{tools}\\fast\\includes.h", "-o", f"{tools}\\fast\\new.gch"]
         self.assertEqual(calls[0], " ".join(quoted(argument) for argument in header))
@@ -151,9 +151,21 @@ class Programs(LauncherTest):
         self.launch()
         calls = self.launch()
         self.assertEqual((len(calls), "-include" in calls[0]), (1, True))
+
+    def test_programs_with_symbols_have_a_header_of_their_own(self):
+        self.launch()
         calls = self.launch(*self.arguments("-g"))
-        self.assertEqual((len(calls), "-include" in calls[0]), (1, True))
-        self.assertTrue(calls[0].endswith(" -mwindows -static"))
+        fast = f"{windows(self.tools)}\\fast"
+        self.assertEqual(len(calls), 2)
+        self.assertIn(" -g ", calls[0])
+        self.assertTrue(calls[0].endswith(
+            " ".join(quoted(text) for text in
+                     (f"{fast}\\symbols\\includes.h", "-o", f"{fast}\\symbols\\new.gch"))))
+        for symbols, folder in (("-g", f"{fast}\\symbols"), (None, fast)):
+            calls = self.launch(*self.arguments(*filter(None, [symbols])))
+            self.assertEqual(len(calls), 1)
+            self.assertIn(f" -include {quoted(folder + chr(92) + 'includes.h')} ", calls[0])
+        self.assertTrue(calls[0].endswith(" -mwindows -static -s"))
 
     def test_other_commands_run_as_they_are(self):
         for arguments in (["--version"], ["-c", "a b.cpp"], self.arguments("-DLATE")):

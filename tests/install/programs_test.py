@@ -51,7 +51,8 @@ class ProgramsTest(unittest.TestCase):
     def install(self, folder):
         """A copy of the installation, without the precompiled header."""
         shutil.copytree(STAGE, folder,
-                        ignore=shutil.ignore_patterns("*.gch", "made", "names", "lock", "failed"))
+                        ignore=shutil.ignore_patterns("*.gch", "made", "names", "lock", "failed",
+                                                      "symbols"))
         return os.path.join(folder, "orvanec")
 
     def size_of_installation(self):
@@ -103,18 +104,20 @@ class HelloProgram(ProgramsTest):
         after = resource.getrusage(resource.RUSAGE_CHILDREN)
         return after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime
 
-    def test_precompiled_header_serves_programs_with_and_without_symbols(self):
+    def test_precompiled_headers_serve_programs_with_and_without_symbols(self):
         source = self.write(self.path("work", "hello.vorla"))
-        self.build(source, "--keep-cpp")
         compiler = next(filter(None, map(shutil.which, CROSS_COMPILERS)))
-        for symbols in ([], ["-g"]):
+        for option, symbols, folder in (("--keep-cpp", [], "tools/fast"),
+                                        ("--debug", ["-g"], "tools/fast/symbols")):
+            self.build(source, "--keep-cpp", option)
+            header = os.path.join(STAGE, folder, "includes.h")
             result = subprocess.run(
-                [compiler, "-include", os.path.join(STAGE, "tools/fast/includes.h"), "-std=c++17",
+                [compiler, "-include", header, "-std=c++17",
                  "-Og", *symbols, "-finput-charset=UTF-8", "-H", "-Winvalid-pch",
                  self.path("work", "code_generation", "main.cpp"), "-c", "-o", "/dev/null",
                  f"-I{STAGE}/tools/include", "-mwindows"],
                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, check=True)
-            self.assertIn(f"! {STAGE}/tools/fast/includes.h.gch", result.stderr)
+            self.assertIn(f"! {header}.gch", result.stderr)
 
     def test_debug_program_keeps_its_symbols(self):
         self.build(self.write(self.path("work", "hello.vorla")), "--debug")

@@ -165,7 +165,7 @@ class Programs(WrapperTest):
         self.assertEqual(len(calls), 2)
         self.assertEqual(
             calls[0],
-            "-std=c++17 -Og -g -finput-charset=UTF-8 -mwindows "
+            "-std=c++17 -Og -g0 -finput-charset=UTF-8 -mwindows "
             f"-I{self.tools}/include -I{self.tools}/orlib -I{self.tools}/parameter "
             f"-H -x c++-header {self.fast}/includes.h -o {self.fast}/new.gch")
         self.assertTrue(calls[1].startswith(f"-include {self.fast}/includes.h -std=c++17 -Og "))
@@ -181,12 +181,20 @@ class Programs(WrapperTest):
         self.assertEqual(len(calls), 1)
         self.assertIn("-include", calls[0])
 
-    def test_debug_build_keeps_symbols_and_shares_the_header(self):
+    def test_debug_build_keeps_symbols_and_has_a_header_of_its_own(self):
         self.run_wrapper()
         calls = self.run_wrapper(self.command("-g"))
+        self.assertEqual(len(calls), 2)
+        self.assertTrue(calls[0].startswith("-std=c++17 -Og -g -finput-charset=UTF-8 "))
+        self.assertTrue(calls[0].endswith(
+            f" {self.fast}/symbols/includes.h -o {self.fast}/symbols/new.gch"))
+        calls = self.run_wrapper(self.command("-g"))
         self.assertEqual(len(calls), 1)
-        self.assertIn("-include", calls[0])
+        self.assertTrue(calls[0].startswith(f"-include {self.fast}/symbols/includes.h "))
         self.assertTrue(calls[0].endswith(" -mwindows -static"))
+        calls = self.run_wrapper()
+        self.assertEqual(len(calls), 1)
+        self.assertTrue(calls[0].startswith(f"-include {self.fast}/includes.h "))
 
     def test_arguments_stay_in_order_and_whole(self):
         self.run_wrapper()
