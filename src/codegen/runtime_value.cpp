@@ -16,7 +16,7 @@ static constexpr std::string_view valueText =
 
     [[gnu::flatten]] Value() {}
     Value(int number) : Value(static_cast<long long>(number)) {}
-    [[gnu::flatten]] Value(long long number) : typeName("int"), intVal(number) {}
+    [[gnu::flatten]] Value(long long number) : typeName(intName()), intVal(number) {}
     [[gnu::flatten]] Value(double number) : typeName("double"), floatVal(number) {}
     Value(const std::string& text) : typeName("string"), stringVal(text) {}
     [[gnu::flatten]] Value(std::string&& text) : typeName("string"), stringVal(std::move(text)) {}
@@ -30,11 +30,12 @@ static constexpr std::string_view valueText =
 
     // Programs are compiled with -Og, which inlines little of the library on its own: what every
     // operation runs asks for it, and what is rare is kept out of it. Most values are numbers:
-    // their names come from a literal, and their empty parts stay as they are.
-    [[gnu::noinline, gnu::flatten]] Value(const Value& other) : Value(other, WithoutParts()) {
+    // their names come from a literal, and their empty parts stay as they are. Copies come and go
+    // more often than anything else; that work alone is worth more of the compiler's.
+    [[gnu::noinline, gnu::flatten, gnu::optimize("O2")]] Value(const Value& other) : Value(other, WithoutParts()) {
         if (other.hasParts()) copyParts(other);
     }
-    [[gnu::flatten]] Value(Value&& other) noexcept
+    [[gnu::flatten, gnu::optimize("O2")]] Value(Value&& other) noexcept
         : typeName(other.movedName()), intVal(other.intVal), floatVal(other.floatVal),
           stringVal(other.movedText()), boolVal(other.boolVal), handleVal(other.handleVal) {
         if (other.hasParts()) swapParts(other);
@@ -49,16 +50,33 @@ static constexpr std::string_view valueText =
     Value& operator=(Value&& other) noexcept {
         return isNumberLike(other) ? setNumbers(other) : replaceBy(std::move(other));
     }
-    [[gnu::noinline, gnu::flatten]] ~Value() {}
+    // Most values own no list and no entries. Told that both are new and empty, the compiler leaves
+    // out what would destroy them.
+    [[gnu::noinline, gnu::flatten, gnu::optimize("O2")]] ~Value() {
+        if (arrayVal.capacity() != 0 || mapVal.size() != 0) destroyParts();
+        ::new (&arrayVal) std::vector<Value>();
+        ::new (&mapVal) std::map<std::string, Value>();
+    }
+    [[gnu::noinline]] void destroyParts() {
+        std::destroy_at(&arrayVal);
+        std::destroy_at(&mapVal);
+    }
 
+    // Written in one piece, as it is read: a processor waits when it reads together what has just
+    // been written in parts.
+    [[gnu::always_inline]] static std::string intName() {
+        std::string name = "int";
+        __builtin_memcpy(&name[0], "int", 4);
+        return name;
+    }
     std::string copiedName() const {
-        if (isInt()) return "int";
+        if (isInt()) return intName();
         if (isFloat()) return "double";
         if (isString()) return "string";
         return wholeName();
     }
     std::string movedName() {
-        if (isInt()) return "int";
+        if (isInt()) return intName();
         if (isFloat()) return "double";
         if (isString()) return "string";
         return takenText(typeName);
@@ -119,18 +137,25 @@ static constexpr std::string_view valueText =
     }
 
 )cpp"
-    R"cpp(    // Names of three to seven letters, compared by the first and the last four bytes.
-    [[gnu::always_inline]] static unsigned fourBytes(const char* text) {
-        unsigned bytes;
+    R"cpp(    // Names of three to six letters, compared in the pieces in which they are written.
+    template <typename Bytes>
+    [[gnu::always_inline]] static Bytes bytesAt(const char* text) {
+        Bytes bytes;
         __builtin_memcpy(&bytes, text, sizeof(bytes));
         return bytes;
     }
+    template <typename Bytes>
+    [[gnu::always_inline]] static bool areSame(const char* left, const char* right) {
+        return bytesAt<Bytes>(left) == bytesAt<Bytes>(right);
+    }
     template <size_t size>
     [[gnu::always_inline]] bool isNamed(const char (&name)[size]) const {
-        static_assert(size >= 4 && size <= 8, "shorter and longer names need another comparison");
+        static_assert(size >= 4 && size <= 7, "shorter and longer names need another comparison");
         const char* own = typeName.data();
-        return typeName.size() == size - 1 && fourBytes(own) == fourBytes(name) &&
-               fourBytes(own + size - 4) == fourBytes(name + size - 4);
+        if (typeName.size() != size - 1 || !areSame<unsigned>(own, name)) return false;
+        if constexpr (size == 6) return own[4] == name[4];
+        if constexpr (size == 7) return areSame<unsigned short>(own + 4, name + 4);
+        return true;
     }
 
     bool is(const std::string& type) const { return typeName == type; }

@@ -50,6 +50,22 @@ void testNullPointers() {
     CHECK(holding[0].isNull() && holding[1].isInt());
 }
 
+// A class may be named almost like a built-in type.
+void testNamesOneLetterOff() {
+    for (const char* builtIn : {"null", "int", "double", "string", "bool", "array", "container",
+                                "map", "handle", "color", "function"}) {
+        const std::string name = builtIn;
+        CHECK(!Value::makeObject(name).isObject());
+        for (size_t i = 0; i < name.size(); ++i) {
+            std::string other = name;
+            other[i] = '_';
+            CHECK(Value::makeObject(other).isObject());
+        }
+        CHECK(Value::makeObject(name + "s").isObject());
+        CHECK(Value::makeObject(name.substr(0, name.size() - 1)).isObject());
+    }
+}
+
 void testFactories() {
     int target = 0;
     CHECK(Value::makeObject("Point").typeName == "Point" &&
@@ -260,6 +276,7 @@ void testBasics() {
     testConstructors();
     testEmptyPayloads();
     testNullPointers();
+    testNamesOneLetterOff();
     testFactories();
     testPredicates();
     testAccessorsDoNotConvert();

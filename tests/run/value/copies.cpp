@@ -101,6 +101,20 @@ void testPartsOfItself() {
     CHECK(number.isInt() && number.intVal == 4);
 }
 
+// Room without elements is given back, too: the sanitizers tell what is not.
+void testRoomWithoutElements() {
+    Value list = std::vector<Value>{};
+    list.arrayVal.reserve(8);
+    CHECK(list.arrayVal.empty() && list.arrayVal.capacity() >= 8);
+    Value emptied = full("map");
+    emptied.arrayVal.clear();
+    emptied.mapVal.clear();
+    emptied.stringVal.clear();
+    CHECK(emptied.arrayVal.capacity() >= 2 && emptied.toString() == "{}");
+    Value entriesAlone = std::map<std::string, Value>{{"x", std::vector<Value>{1, 2}}};
+    CHECK(entriesAlone.arrayVal.capacity() == 0 && entriesAlone.mapVal.size() == 1);
+}
+
 void testNumbersOfTwoKinds() {
     Value value = 3;
     value = 0.25;
@@ -119,5 +133,6 @@ void testCopies() {
     }
     testCopiesAreIndependent();
     testPartsOfItself();
+    testRoomWithoutElements();
     testNumbersOfTwoKinds();
 }
