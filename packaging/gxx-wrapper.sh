@@ -74,22 +74,23 @@ is_program_build() {
 # The precompiled header. A folder of it holds
 #   includes.h       the text, used when the compiler does not take the next
 #   includes.h.gch   the header itself
-#   names            the files that went in
+#   names            the files that went in and the compiler proper, each with a zero byte behind it
 #   made             state() of the moment when the header was complete
 
+# Every build asks: as few programs as possible do the work.
 state() { # state FOLDER: name, size and time of all that the header in FOLDER is made of, and its own
-    {
-        printf '%s\n' "$0" "$compiler" "$("$compiler" -print-prog-name=cc1plus)" \
-            "$tools/fast/includes.h" "$1/includes.h.gch"
-        for folder in include orlib parameter; do
-            if [ -d "$tools/$folder" ]; then printf '%s\n' "$tools/$folder"; fi
-        done
-        cat "$1/names"
-    } | tr '\n' '\0' | xargs -0 stat -L -c '%n %s %Y' 2> /dev/null
+    set -- "$1" "$0" "$compiler" "$tools/fast/includes.h" "$1/includes.h.gch"
+    for folder in include orlib parameter; do
+        if [ -d "$tools/$folder" ]; then set -- "$@" "$tools/$folder"; fi
+    done
+    names=$1/names
+    shift
+    xargs -0 stat -L -c '%n %s %Y' "$@" < "$names" 2> /dev/null
 }
 
 is_usable() { # is_usable FOLDER
-    [ -f "$1/made" ] && [ -f "$1/includes.h.gch" ] && [ "$(state "$1")" = "$(cat "$1/made")" ]
+    [ -f "$1/made" ] && [ -f "$1/includes.h.gch" ] && [ -f "$1/names" ] &&
+        state "$1" | cmp -s - "$1/made"
 }
 
 # With -g it would serve programs without debug information, too, but where a function has options of
@@ -99,7 +100,10 @@ precompile() { # precompile FOLDER
     "$compiler" -std=c++17 -Og "${symbols:--g0}" -finput-charset=UTF-8 -mwindows -I"$tools/include" \
         -I"$tools/orlib" -I"$tools/parameter" -H -x c++-header "$1/includes.h" -o "$1/new.gch" \
         2> "$1/new.log" || return 1
-    sed -n 's/^\.\.* //p' "$1/new.log" > "$1/names" && mv -f "$1/new.gch" "$1/includes.h.gch"
+    {
+        "$compiler" -print-prog-name=cc1plus
+        sed -n 's/^\.\.* //p' "$1/new.log"
+    } | tr '\n' '\0' > "$1/names" && mv -f "$1/new.gch" "$1/includes.h.gch"
 }
 
 # A build that finds the folder locked goes on without the header, and one failure (no room, say) is
@@ -131,11 +135,12 @@ find_cache() { # sets cache to the user's folder for this installation, empty wi
 find_header() { # sets header to the folder of a usable header, empty when there is none
     header=
     [ -f "$tools/fast/includes.h" ] || return
-    find_cache
     own=$tools/fast${symbols:+/symbols}
-    for header in "$own" "$cache"; do
-        if [ -n "$header" ] && is_usable "$header"; then return; fi
-    done
+    header=$own
+    if is_usable "$header"; then return; fi
+    find_cache
+    header=$cache
+    if [ -n "$header" ] && is_usable "$header"; then return; fi
     for header in "$own" "$cache"; do
         if [ -n "$header" ] && mkdir -p "$header" 2> /dev/null && [ -w "$header" ]; then
             make_header "$header" && return
@@ -183,7 +188,7 @@ fi
 
 # The same arguments with another name behind -o, in the folder of the executable.
 finished=${output%/*}/.orvane-$$.exe
-trap 'rm -f "$finished"' EXIT
+trap 'if [ -e "$finished" ]; then rm -f "$finished"; fi' EXIT
 trap 'exit 129' HUP
 trap 'exit 130' INT
 trap 'exit 143' TERM

@@ -35,7 +35,7 @@ static constexpr std::string_view valueText =
     [[gnu::noinline, gnu::flatten, gnu::optimize("O2")]] Value(const Value& other) : Value(other, WithoutParts()) {
         if (other.hasParts()) copyParts(other);
     }
-    [[gnu::flatten, gnu::optimize("O2")]] Value(Value&& other) noexcept
+    [[gnu::flatten]] Value(Value&& other) noexcept
         : typeName(other.movedName()), intVal(other.intVal), floatVal(other.floatVal),
           stringVal(other.movedText()), boolVal(other.boolVal), handleVal(other.handleVal) {
         if (other.hasParts()) swapParts(other);
