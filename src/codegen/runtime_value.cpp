@@ -32,7 +32,8 @@ static constexpr std::string_view valueText =
     // operation runs asks for it, and what is rare is kept out of it. Most values are numbers:
     // their names come from a literal, and their empty parts stay as they are. Copies come and go
     // more often than anything else; that work alone is worth more of the compiler's.
-    [[gnu::noinline, gnu::flatten, gnu::optimize("O2")]] Value(const Value& other) : Value(other, WithoutParts()) {
+    [[gnu::noinline, gnu::flatten, gnu::optimize("O2")]] Value(const Value& other)
+        : Value(other, WithoutParts()) {
         if (other.hasParts()) copyParts(other);
     }
     [[gnu::flatten]] Value(Value&& other) noexcept
