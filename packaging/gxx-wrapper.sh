@@ -34,7 +34,7 @@ find_compiler() { # sets compiler
     exit 1
 }
 
-find_strip() { # sets strip and symbols from the arguments
+find_symbols() { # sets symbols from the arguments, and strip to the contrary
     strip=-s symbols=
     for argument in "$@"; do
         case "$argument" in
@@ -79,12 +79,11 @@ is_program_build() {
 
 # Every build asks: as few programs as possible do the work.
 state() { # state FOLDER: name, size and time of all that the header in FOLDER is made of, and its own
-    set -- "$1" "$0" "$compiler" "$tools/fast/includes.h" "$1/includes.h.gch"
+    names=$1/names
+    set -- "$0" "$compiler" "$tools/fast/includes.h" "$1/includes.h.gch"
     for folder in include orlib parameter; do
         if [ -d "$tools/$folder" ]; then set -- "$@" "$tools/$folder"; fi
     done
-    names=$1/names
-    shift
     xargs -0 stat -L -c '%n %s %Y' "$@" < "$names" 2> /dev/null
 }
 
@@ -177,7 +176,7 @@ compile() {
 }
 
 find_compiler
-find_strip "$@"
+find_symbols "$@"
 if [ "$*" = --orvane-make-pch ]; then
     make_header_now
     exit

@@ -246,6 +246,14 @@ class Failures(LauncherTest):
         self.assertEqual(sorted(os.listdir(self.fast)), ["includes.h", "lock"])
         self.assertEqual(self.header_calls(self.launch()), [])
 
+    def test_header_with_symbols_lies_apart_there_too(self):
+        os.makedirs(os.path.join(self.fast, "symbols", "lock"))
+        calls = self.launch(*self.arguments("-g"))
+        self.addCleanup(shutil.rmtree, os.path.dirname(self.local_data(calls[0])))
+        self.assertEqual(len(self.header_calls(calls)), 1)
+        self.assertRegex(calls[-1], r'-include "?C:\\.*\\Orvane\\\d+\\symbols\\includes\.h"? ')
+        self.assertEqual(self.header_calls(self.launch(*self.arguments("-g"))), [])
+
     def local_data(self, call):
         """The folder of the header that a call makes; Wine has its own idea of the user's folders."""
         path = call.rsplit(" -o ", 1)[1].strip('"').rsplit("\\", 1)[0]

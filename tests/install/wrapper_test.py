@@ -150,6 +150,11 @@ class WrapperTest(unittest.TestCase):
         left = [name for name in os.listdir(self.path("work")) if name.startswith(".orvane")]
         self.assertEqual(left, [])
 
+    def cache(self):
+        sums = subprocess.run(["cksum"], input=self.tools.encode(), stdout=subprocess.PIPE,
+                              check=True).stdout.decode().split()
+        return self.path("home", ".cache", "orvane", "-".join(sums))
+
     def header_calls(self, calls):
         return [call for call in calls if "-x c++-header" in call]
 
@@ -282,10 +287,10 @@ class Failures(WrapperTest):
         self.run_wrapper([self.wrapper, "--orvane-make-pch"])
         self.assertEqual(self.header_calls(self.run_wrapper()), [])
 
-    def cache(self):
-        sums = subprocess.run(["cksum"], input=self.tools.encode(), stdout=subprocess.PIPE,
-                              check=True).stdout.decode().split()
-        return self.path("home", ".cache", "orvane", "-".join(sums))
+    def test_lost_list_of_headers(self):
+        self.run_wrapper()
+        os.remove(os.path.join(self.fast, "names"))
+        self.assertEqual(len(self.header_calls(self.run_wrapper())), 1)
 
     def test_old_failure_is_forgotten(self):
         self.write("compiler/header_fails")
@@ -371,6 +376,13 @@ class ReadOnly(WrapperTest):
     def test_header_goes_into_the_cache_directory(self):
         self.environment["XDG_CACHE_HOME"] = self.path("home", "my cache")
         self.assert_header_below(self.path("home", "my cache", "orvane"))
+
+    def test_header_with_symbols_lies_apart_there_too(self):
+        self.run_wrapper()
+        calls = self.run_wrapper(self.command("-g"))
+        self.assertEqual(len(self.header_calls(calls)), 1)
+        self.assertIn(f"-include {self.cache()}/symbols/includes.h ", calls[-1])
+        self.assertIn(f"-include {self.cache()}/includes.h ", self.run_wrapper()[0])
 
     def test_nowhere_to_write(self):
         del self.environment["HOME"]
