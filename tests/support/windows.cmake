@@ -21,3 +21,6 @@ set_tests_properties(wine_up PROPERTIES FIXTURES_SETUP wine TIMEOUT 120
 add_test(NAME wine_down COMMAND sh -c ". '${wine_functions}' && wine_environment null && wine_down")
 set_tests_properties(wine_down PROPERTIES FIXTURES_CLEANUP wine TIMEOUT 60
     ENVIRONMENT ORVANE_TEST_PREFIX=${ORVANE_TEST_PREFIX})
+
+add_test(NAME wine_run COMMAND sh ${PROJECT_SOURCE_DIR}/tests/support/wine_run_test.sh)
+set_tests_properties(wine_run PROPERTIES TIMEOUT 60)

@@ -129,8 +129,17 @@ wine_up() {
 }
 
 # wine_run PROGRAM ARGUMENTS...: the program's exit code, 124 when it had to be ended.
+#
+# The errors come at the end, by way of a file: the first program that needs Wine's desktop starts it with
+# its own error stream, and the desktop stays as long as any program of the prefix has a window. Who reads
+# that stream to its end would wait for all of them.
 wine_run() {
-    timeout -k 5 "$ORVANE_TEST_TIMEOUT" "$WINE" "$@" 8>&-
+    wine_errors=$(mktemp)
+    wine_status=0
+    timeout -k 5 "$ORVANE_TEST_TIMEOUT" "$WINE" "$@" 8>&- 2> "$wine_errors" || wine_status=$?
+    cat "$wine_errors" >&2
+    rm -f "$wine_errors"
+    return "$wine_status"
 }
 
 # Ends what still runs in this prefix, and only there.

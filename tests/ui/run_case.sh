@@ -36,7 +36,6 @@ if ! compile "$stage" "$work/app.vorla" "${options[@]}" > compile.log 2>&1 || [ 
     exit 1
 fi
 
-# Into files: Wine's desktop keeps the output of the program that needs it first for a while.
 status=0
 wine_run "$ui_driver" ${alone:+"$alone"} "$(wine_path "$work/app.exe")" \
     < "$case_folder/steps" > output 2> errors || status=$?
