@@ -5,14 +5,17 @@
 #   * -static: without it a program asks for libstdc++-6.dll and two more.
 #   * -s, unless -g is given: a quarter of the size.
 #   * For the command with which orvanec builds a program: the precompiled header of the includes that
-#     all programs share, and an executable that comes into its place only when it is complete.
+#     all programs share, the compiled functions of their type of values, and an executable that comes
+#     into its place only when it is complete.
 #
 #   g++.exe --orvane-make-pch     makes that header now and says so when it cannot
 #
-# The header lies in tools/fast or, where that cannot be written, in the user's cache. It is made by
-# the first build and made anew when the compiler or one of the headers in it changes. Nothing ever
-# depends on it: without it, and whenever a compile with it fails, the plain command runs. Programs
-# with debug information have one of their own in a folder "symbols" there, made by the first of them.
+# The header lies in tools/fast or, where that cannot be written, in the user's cache, and the functions
+# beside it. They are made by the first build and made anew when the compiler or one of the headers in
+# them changes. Nothing ever depends on them: without them, and whenever a compile with them fails, the
+# plain command runs. Programs with debug information have a header of their own in a folder "symbols"
+# there, made by the first of them; they compile all functions themselves, so that one can step into
+# them.
 set -u
 
 # A native toolchain's settings would lead the cross compiler astray.
@@ -74,6 +77,7 @@ is_program_build() {
 # The precompiled header. A folder of it holds
 #   includes.h       the text, used when the compiler does not take the next
 #   includes.h.gch   the header itself
+#   runtime.o        the functions that programs do not compile themselves, from tools/fast/runtime.cpp
 #   names            the files that went in and the compiler proper, each with a zero byte behind it
 #   made             state() of the moment when the header was complete
 
@@ -81,6 +85,10 @@ is_program_build() {
 state() { # state FOLDER: name, size and time of all that the header in FOLDER is made of, and its own
     names=$1/names
     set -- "$0" "$compiler" "$tools/fast/includes.h" "$1/includes.h.gch"
+    if [ -z "$symbols" ]; then
+        set -- "$@" "$tools/fast/runtime.cpp" "$tools/fast/memory.h" "$tools/fast/value.h" \
+            "${names%/*}/runtime.o"
+    fi
     for folder in include orlib parameter; do
         if [ -d "$tools/$folder" ]; then set -- "$@" "$tools/$folder"; fi
     done
@@ -89,6 +97,7 @@ state() { # state FOLDER: name, size and time of all that the header in FOLDER i
 
 is_usable() { # is_usable FOLDER
     [ -f "$1/made" ] && [ -f "$1/includes.h.gch" ] && [ -f "$1/names" ] &&
+        { [ -n "$symbols" ] || [ -f "$1/runtime.o" ]; } &&
         state "$1" | cmp -s - "$1/made"
 }
 
@@ -99,10 +108,17 @@ precompile() { # precompile FOLDER
     "$compiler" -std=c++17 -Og "${symbols:--g0}" -finput-charset=UTF-8 -mwindows -I"$tools/include" \
         -I"$tools/orlib" -I"$tools/parameter" -H -x c++-header "$1/includes.h" -o "$1/new.gch" \
         2> "$1/new.log" || return 1
+    if [ -z "$symbols" ]; then compile_runtime "$1" || return 1; fi
     {
         "$compiler" -print-prog-name=cc1plus
         sed -n 's/^\.\.* //p' "$1/new.log"
     } | tr '\n' '\0' > "$1/names" && mv -f "$1/new.gch" "$1/includes.h.gch"
+}
+
+# runtime.cpp tells why these options.
+compile_runtime() { # compile_runtime FOLDER
+    "$compiler" -std=c++17 -O2 -fno-ipa-cp -fno-ipa-sra -I"$tools/include" \
+        -c "$tools/fast/runtime.cpp" -o "$1/new.o" && mv -f "$1/new.o" "$1/runtime.o"
 }
 
 # A build that finds the folder locked goes on without the header, and one failure (no room, say) is
@@ -118,7 +134,7 @@ make_header() { # make_header FOLDER
             rm -f "$1/new.log"
             exit 0
         fi
-        rm -f "$1/new.gch" "$1/made.new"
+        rm -f "$1/new.gch" "$1/new.o" "$1/made.new"
         : > "$1/failed"
         exit 1
     ) 9> "$1/lock" 2> /dev/null
@@ -159,12 +175,17 @@ make_header_now() {
     return 1
 }
 
+compile_with_header() {
+    if [ -z "$symbols" ]; then set -- -DORVANE_VALUE_COMPILED "$header/runtime.o" "$@"; fi
+    "$compiler" -include "$header/includes.h" "$@"
+}
+
 # A failed compile is repeated without the header, so that its messages, and whether it fails at all,
 # never come from a damaged one. If it was that, the next build makes another.
 compile() {
     find_header
     if [ -n "$header" ]; then
-        if messages=$("$compiler" -include "$header/includes.h" "$@" 2>&1); then
+        if messages=$(compile_with_header "$@" 2>&1); then
             if [ -n "$messages" ]; then printf '%s\n' "$messages" >&2; fi
             return 0
         fi

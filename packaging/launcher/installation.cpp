@@ -1,6 +1,5 @@
 #include "installation.h"
 
-#include "arguments.h"
 #include "child.h"
 #include "files.h"
 
@@ -56,12 +55,17 @@ std::wstring Installation::formatState(const std::wstring& folder) const {
     for (const wchar_t* name : {L"include", L"orlib", L"parameter"})
         forEachEntry(toolsFolder + L'\\' + name,
                      [&](const std::wstring& path) { state += formatFileState(path); });
-    return state + formatFileState(toolsFolder + L"\\fast\\includes.h") +
-           formatFileState(folder + L"\\includes.h.gch");
+    state += formatFileState(toolsFolder + L"\\fast\\includes.h") +
+             formatFileState(folder + L"\\includes.h.gch");
+    if (headerHasSymbols) return state;
+    for (const wchar_t* name : {L"runtime.cpp", L"memory.h", L"value.h"})
+        state += formatFileState(toolsFolder + L"\\fast\\" + name);
+    return state + formatFileState(folder + L"\\runtime.o");
 }
 
 bool Installation::isUsable(const std::wstring& folder) const {
     return isFile(folder + L"\\includes.h.gch") && isFile(folder + L"\\includes.h") &&
+           (headerHasSymbols || isFile(folder + L"\\runtime.o")) &&
            readFile(folder + L"\\made") == utf8Of(formatState(folder));
 }
 
@@ -119,11 +123,12 @@ bool Installation::makeHeader(const std::wstring& folder) const {
     DeleteFileW(made.c_str());
     const std::wstring place = folder + L"\\includes.h";
     const bool here = place == text || CopyFileW(text.c_str(), place.c_str(), FALSE);
-    if (here && precompile(folder) &&
+    if (here && precompile(folder) && (headerHasSymbols || compileRuntime(folder)) &&
         replaceFile(folder + L"\\new.gch", folder + L"\\includes.h.gch") &&
         writeFile(made, utf8Of(formatState(folder))))
         return true;
     DeleteFileW((folder + L"\\new.gch").c_str());
+    DeleteFileW((folder + L"\\new.o").c_str());
     writeFile(folder + L"\\failed", "");
     return false;
 }
@@ -148,6 +153,29 @@ bool Installation::precompile(const std::wstring& folder) const {
                                  folder + L"\\new.gch"};
     std::string messages;
     return runChild(compilerPath, joinArguments(arguments), &messages) == 0;
+}
+
+// runtime.cpp tells why these options.
+bool Installation::compileRuntime(const std::wstring& folder) const {
+    const std::wstring made = folder + L"\\new.o";
+    const Arguments arguments = {compilerPath,    L"-std=c++17",
+                                 L"-O2",          L"-fno-ipa-cp",
+                                 L"-fno-ipa-sra", L"-I" + toolsFolder + L"\\include",
+                                 L"-c",           toolsFolder + L"\\fast\\runtime.cpp",
+                                 L"-o",           made};
+    std::string messages;
+    return runChild(compilerPath, joinArguments(arguments), &messages) == 0 &&
+           replaceFile(made, folder + L"\\runtime.o");
+}
+
+// With debug information all functions are compiled with the program, so that one can step into
+// them.
+Arguments Installation::headerArguments(const std::wstring& folder) const {
+    Arguments arguments = {L"-include", folder + L"\\includes.h"};
+    if (headerHasSymbols) return arguments;
+    arguments.push_back(L"-DORVANE_VALUE_COMPILED");
+    arguments.push_back(folder + L"\\runtime.o");
+    return arguments;
 }
 
 } // namespace Orvane

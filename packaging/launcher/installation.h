@@ -1,15 +1,20 @@
-// The installation that the launcher belongs to, and its precompiled header.
+// The installation that the launcher belongs to, its precompiled header, and the functions that are
+// compiled beside the header.
 //
 // Found from the launcher's own place, TOOLS\bin\g++.exe:
 //
 //     TOOLS\mingw64\bin\g++.exe    the C++ compiler
 //     TOOLS\fast\includes.h        what all programs include
+//     TOOLS\fast\runtime.cpp       the functions that programs need not compile themselves
 //     TOOLS\fast\includes.h.gch    the precompiled header, made by the first build
+//     TOOLS\fast\runtime.o         the compiled functions, made with it
 //     TOOLS\fast\made              names, sizes and times of what it is valid for
-//     TOOLS\fast\symbols           the same for programs with debug information
+//     TOOLS\fast\symbols           a header for programs with debug information
 //
 // Where TOOLS\fast cannot be written, the header lies in the user's local application data.
 #pragma once
+
+#include "arguments.h"
 
 #include <string>
 #include <vector>
@@ -28,6 +33,9 @@ public:
     // is none: the build then goes on without. Two launchers do not wait for each other.
     std::wstring findHeader() const;
 
+    // What a build with the header in this folder has in front of its own arguments.
+    Arguments headerArguments(const std::wstring& folder) const;
+
     // Has a header made even if that failed not long ago.
     void forgetFailures() const;
 
@@ -39,6 +47,7 @@ private:
     bool isUsable(const std::wstring& folder) const;
     bool makeHeader(const std::wstring& folder) const;
     bool precompile(const std::wstring& folder) const;
+    bool compileRuntime(const std::wstring& folder) const;
 
     std::wstring toolsFolder;
     std::wstring launcherPath;

@@ -4,8 +4,8 @@
 //   * -static, so that a program needs no DLL of the compiler,
 //   * -s, unless -g is given: a quarter of the size,
 //   * for the command with which orvanec builds a program: the precompiled header of the includes
-//     that all programs share, and an executable that comes into its place only when it is
-//     complete,
+//     that all programs share, the compiled functions of their type of values, and an executable
+//     that comes into its place only when it is complete,
 //
 // waits for it and gives back its exit code. gxx-wrapper.sh is its counterpart on Linux.
 //
@@ -48,7 +48,7 @@ static int compile(const Installation& installation, const std::wstring& argumen
     if (!header.empty()) {
         std::string messages;
         const std::wstring line =
-            program + L" -include " + quoteArgument(header + L"\\includes.h") + L' ' + arguments;
+            program + L' ' + joinArguments(installation.headerArguments(header)) + L' ' + arguments;
         if (runChild(installation.compiler(), line, &messages) == 0) {
             passOn(messages);
             return 0;

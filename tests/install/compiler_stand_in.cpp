@@ -3,6 +3,7 @@
 // beside it change that:
 //
 //     header_fails      making a precompiled header fails
+//     runtime_fails     compiling runtime.cpp fails
 //     header_damaged    a compile with a precompiled header fails
 //     program_fails     every compile fails with an error and the exit code 3
 //     wait              it makes the file waiting and goes on when wait is gone
@@ -53,17 +54,20 @@ int wmain(int count, wchar_t** arguments) {
     std::wstring output;
     bool makesHeader = false;
     bool usesHeader = false;
+    bool makesRuntime = false;
     for (int i = 1; i < count; ++i) {
         const std::wstring_view argument = arguments[i];
         if (argument == L"-o" && i + 1 < count) output = arguments[i + 1];
         makesHeader = makesHeader || argument == L"c++-header";
         usesHeader = usesHeader || argument == L"-include";
+        makesRuntime = makesRuntime || argument.find(L"\\runtime.cpp") != argument.npos;
     }
     if (!output.empty()) write(output, L"wb", "half");
     waitIfTold();
     if (makesHeader && has(L"header_fails")) return 1;
     if (usesHeader && has(L"header_damaged")) return fail("includes.h.gch: damaged\n", 1);
-    if (!makesHeader && has(L"program_fails"))
+    if (makesRuntime && has(L"runtime_fails")) return 1;
+    if (!makesHeader && !makesRuntime && has(L"program_fails"))
         return fail("main.cpp:1:1: error: \xC3\xA4 is wrong\n", 3);
     const wchar_t* setting = _wgetenv(L"CPATH");
     if (!output.empty()) write(output, L"wb", "complete " + utf8(setting ? setting : L""));

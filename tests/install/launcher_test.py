@@ -44,6 +44,7 @@ class LauncherTest(unittest.TestCase):
             os.makedirs(self.path(self.top, folder))
         shutil.copytree(os.path.join(PACKAGING, "include"), os.path.join(self.tools, "include"))
         shutil.copytree(os.path.join(PACKAGING, "fast"), self.fast)
+        self.tell("value", os.path.join(self.fast, "value.h"))
         self.launcher = os.path.join(self.tools, "bin", "g++.exe")
         shutil.copy(LAUNCHER, self.launcher)
         self.compiler = os.path.join(self.tools, "mingw64", "bin", "g++.exe")
@@ -125,26 +126,33 @@ class LauncherTest(unittest.TestCase):
 class Programs(LauncherTest):
     def test_first_build_makes_the_header_and_uses_it(self):
         calls = self.launch()
-        self.assertEqual(len(calls), 2)
+        self.assertEqual(len(calls), 3)
         tools = windows(self.tools)
         header = [windows(self.compiler), "-std=c++17", "-Og", "-g0", "-finput-charset=UTF-8",
                   "-mwindows", f"-I{tools}\\include", f"-I{tools}\\orlib", f"-I{tools}\\parameter",
                   "-x", "c++-header", f"{tools}\\fast\\includes.h", "-o", f"{tools}\\fast\\new.gch"]
         self.assertEqual(calls[0], " ".join(quoted(argument) for argument in header))
 
-        start, name = calls[1].split(" -o ")
+        runtime = [windows(self.compiler), "-std=c++17", "-O2", "-fno-ipa-cp", "-fno-ipa-sra",
+                   f"-I{tools}\\include", "-c", f"{tools}\\fast\\runtime.cpp",
+                   "-o", f"{tools}\\fast\\new.o"]
+        self.assertEqual(calls[1], " ".join(quoted(argument) for argument in runtime))
+
+        start, name = calls[2].split(" -o ")
         name = name.split(" -I")[0].split(' "-I')[0]
         folder = windows(self.path("work"))
         self.assertRegex(name.strip('"')[len(folder):], r"^\\\.orvane-\d+\.exe$")
         arguments = self.arguments()
         place = arguments.index("-o")
         before = [windows(self.compiler), "-include", f"{tools}\\fast\\includes.h",
-                  *arguments[:place]]
+                  "-DORVANE_VALUE_COMPILED", f"{tools}\\fast\\runtime.o", *arguments[:place]]
         after = [*arguments[place + 2:], "-static", "-s"]
         self.assertEqual(start, " ".join(quoted(argument) for argument in before))
-        self.assertTrue(calls[1].endswith(" ".join(quoted(argument) for argument in after)))
+        self.assertTrue(calls[2].endswith(" ".join(quoted(argument) for argument in after)))
         self.assertEqual(self.program(), "complete ")
-        self.assertEqual(sorted(os.listdir(self.fast)), ["includes.h", "includes.h.gch", "lock", "made"])
+        self.assertEqual(sorted(os.listdir(self.fast)),
+                         ["includes.h", "includes.h.gch", "lock", "made", "memory.h",
+                          "runtime.cpp", "runtime.o", "value.h"])
         self.no_leftovers()
 
     def test_later_builds_take_the_header_that_is_there(self):
@@ -165,6 +173,7 @@ class Programs(LauncherTest):
             calls = self.launch(*self.arguments(*filter(None, [symbols])))
             self.assertEqual(len(calls), 1)
             self.assertIn(f" -include {quoted(folder + chr(92) + 'includes.h')} ", calls[0])
+            self.assertEqual("runtime.o" in calls[0], symbols is None)
         self.assertTrue(calls[0].endswith(" -mwindows -static -s"))
 
     def test_other_commands_run_as_they_are(self):
@@ -230,6 +239,24 @@ class Failures(LauncherTest):
         self.launch("--orvane-make-pch")
         self.assertEqual(self.header_calls(self.launch()), [])
 
+    def test_runtime_that_cannot_be_compiled_is_done_without(self):
+        self.tell("runtime_fails")
+        calls = self.launch()
+        self.assertEqual([len(calls), len(self.header_calls(calls))], [3, 1])
+        self.assertNotIn("-include", calls[2])
+        self.assertNotIn("new.gch", os.listdir(self.fast))
+        self.take_back("runtime_fails")
+        self.launch("--orvane-make-pch")
+        self.assertIn("runtime.o", self.launch()[0])
+
+    def test_changed_or_lost_runtime_makes_another(self):
+        self.launch()
+        for name in ("runtime.cpp", "memory.h", "value.h", "runtime.o"):
+            os.utime(os.path.join(self.fast, name), (1, 1))
+            self.assertEqual(len(self.header_calls(self.launch())), 1, name)
+        os.remove(os.path.join(self.fast, "runtime.o"))
+        self.assertEqual(len(self.header_calls(self.launch())), 1)
+
     def test_changed_compiler_or_cut_header_makes_another(self):
         self.launch()
         os.utime(self.cc1plus, (1, 1))
@@ -243,7 +270,8 @@ class Failures(LauncherTest):
         self.addCleanup(shutil.rmtree, self.local_data(calls[0]))
         self.assertEqual(len(self.header_calls(calls)), 1)
         self.assertRegex(calls[-1], r'-include "?C:\\.*\\Orvane\\\d+\\includes\.h"? ')
-        self.assertEqual(sorted(os.listdir(self.fast)), ["includes.h", "lock"])
+        self.assertEqual(sorted(os.listdir(self.fast)),
+                         ["includes.h", "lock", "memory.h", "runtime.cpp", "value.h"])
         self.assertEqual(self.header_calls(self.launch()), [])
 
     def test_header_with_symbols_lies_apart_there_too(self):

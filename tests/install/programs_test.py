@@ -118,6 +118,8 @@ class HelloProgram(ProgramsTest):
                  f"-I{STAGE}/tools/include", "-mwindows"],
                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, check=True)
             self.assertIn(f"! {header}.gch", result.stderr)
+            # A build that had to do without would have discarded it.
+            self.assertTrue(os.path.exists(os.path.join(STAGE, folder, "made")))
 
     def test_debug_program_keeps_its_symbols(self):
         self.build(self.write(self.path("work", "hello.vorla")), "--debug")

@@ -49,6 +49,7 @@ class Tree(unittest.TestCase):
                      "docs/language.md", "docs/installing.md", "licences/README.md",
                      "tools/bin/g++.exe", "tools/bin/resource.o", "tools/include/commctrl.h",
                      "tools/include/dlgs.h", "tools/include/windows.h", "tools/fast/includes.h",
+                     "tools/fast/runtime.cpp", "tools/fast/memory.h", "tools/fast/value.h",
                      "tools/orlib/README.txt", "tools/parameter/README.txt"):
             self.assertTrue(os.path.isfile(os.path.join(STAGE, name)), name)
 

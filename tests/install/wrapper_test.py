@@ -44,6 +44,11 @@ case " $* " in
         echo header > "$output"
         exit
         ;;
+    *"/runtime.cpp "*)
+        if [ -f "$here/runtime_fails" ]; then exit 1; fi
+        echo runtime > "$output"
+        exit
+        ;;
     *" -include "*)
         if [ -f "$here/header_damaged" ]; then
             echo "includes.h.gch: damaged" >&2
@@ -76,6 +81,7 @@ class WrapperTest(unittest.TestCase):
         os.makedirs(os.path.join(self.tools, "bin"))
         shutil.copytree(os.path.join(PACKAGING, "include"), os.path.join(self.tools, "include"))
         shutil.copytree(os.path.join(PACKAGING, "fast"), self.fast)
+        self.write(f"{self.top}/tools/fast/value.h")
         self.wrapper = os.path.join(self.tools, "bin", "g++.exe")
         shutil.copy(os.path.join(PACKAGING, "gxx-wrapper.sh"), self.wrapper)
         for name in ("compiler/one.h", "compiler/two.h", "compiler/cc1plus"):
@@ -155,6 +161,10 @@ class WrapperTest(unittest.TestCase):
                               check=True).stdout.decode().split()
         return self.path("home", ".cache", "orvane", "-".join(sums))
 
+    def use_of(self, folder):
+        """What a build with the header of a folder has in front of its arguments."""
+        return f"-include {folder}/includes.h -DORVANE_VALUE_COMPILED {folder}/runtime.o"
+
     def header_calls(self, calls):
         return [call for call in calls if "-x c++-header" in call]
 
@@ -167,17 +177,22 @@ class WrapperTest(unittest.TestCase):
 class Programs(WrapperTest):
     def test_first_build_makes_the_header_and_uses_it(self):
         calls = self.run_wrapper()
-        self.assertEqual(len(calls), 2)
+        self.assertEqual(len(calls), 3)
         self.assertEqual(
             calls[0],
             "-std=c++17 -Og -g0 -finput-charset=UTF-8 -mwindows "
             f"-I{self.tools}/include -I{self.tools}/orlib -I{self.tools}/parameter "
             f"-H -x c++-header {self.fast}/includes.h -o {self.fast}/new.gch")
-        self.assertTrue(calls[1].startswith(f"-include {self.fast}/includes.h -std=c++17 -Og "))
-        self.assertTrue(calls[1].endswith(" -mwindows -static -s"))
+        self.assertEqual(
+            calls[1],
+            f"-std=c++17 -O2 -fno-ipa-cp -fno-ipa-sra -I{self.tools}/include "
+            f"-c {self.fast}/runtime.cpp -o {self.fast}/new.o")
+        self.assertTrue(calls[2].startswith(f"{self.use_of(self.fast)} -std=c++17 -Og "))
+        self.assertTrue(calls[2].endswith(" -mwindows -static -s"))
         self.assertEqual(self.program(), "complete ")
         self.assertEqual(sorted(os.listdir(self.fast)),
-                         ["includes.h", "includes.h.gch", "lock", "made", "names"])
+                         ["includes.h", "includes.h.gch", "lock", "made", "memory.h", "names",
+                          "runtime.cpp", "runtime.o", "value.h"])
         self.no_leftovers()
 
     def test_second_build_takes_the_header_that_is_there(self):
@@ -195,11 +210,11 @@ class Programs(WrapperTest):
             f" {self.fast}/symbols/includes.h -o {self.fast}/symbols/new.gch"))
         calls = self.run_wrapper(self.command("-g"))
         self.assertEqual(len(calls), 1)
-        self.assertTrue(calls[0].startswith(f"-include {self.fast}/symbols/includes.h "))
+        self.assertTrue(calls[0].startswith(f"-include {self.fast}/symbols/includes.h -std=c++17 "))
         self.assertTrue(calls[0].endswith(" -mwindows -static"))
         calls = self.run_wrapper()
         self.assertEqual(len(calls), 1)
-        self.assertTrue(calls[0].startswith(f"-include {self.fast}/includes.h "))
+        self.assertTrue(calls[0].startswith(self.use_of(self.fast)))
 
     def test_arguments_stay_in_order_and_whole(self):
         self.run_wrapper()
@@ -208,7 +223,7 @@ class Programs(WrapperTest):
         name = call.split(" -o ")[1].split(" -I")[0]
         self.assertEqual(os.path.dirname(name), self.path("work"))
         self.assertEqual(call.replace(name, self.executable),
-                         f"-include {self.fast}/includes.h {expected} -static -s")
+                         f"{self.use_of(self.fast)} {expected} -static -s")
 
     def test_warnings_are_shown(self):
         self.write("compiler/program_warns")
@@ -276,6 +291,21 @@ class Failures(WrapperTest):
         self.assertNotIn("-include", calls[-1])
         self.assertFalse(os.path.exists(os.path.join(self.fast, "new.gch")))
         self.assertEqual(self.header_calls(self.run_wrapper()), [])
+
+    def test_runtime_that_cannot_be_compiled_is_done_without(self):
+        self.write("compiler/runtime_fails")
+        calls = self.run_wrapper()
+        self.assertEqual([len(calls), len(self.header_calls(calls))], [3, 1])
+        self.assertNotIn("-include", calls[2])
+        self.assertNotIn("new.gch", os.listdir(self.fast))
+        os.remove(self.path("compiler/runtime_fails"))
+        self.run_wrapper([self.wrapper, "--orvane-make-pch"])
+        self.assertIn("runtime.o", self.run_wrapper()[0])
+
+    def test_lost_runtime_is_made_again(self):
+        self.run_wrapper()
+        os.remove(os.path.join(self.fast, "runtime.o"))
+        self.assertEqual(len(self.header_calls(self.run_wrapper())), 1)
 
     def test_header_is_tried_again_after_an_hour_or_on_demand(self):
         self.write("compiler/header_fails")
@@ -345,6 +375,11 @@ class Changes(WrapperTest):
         self.change(os.path.join(self.tools, "include"))
         self.assert_made_anew()
 
+    def test_changed_runtime(self):
+        for name in ("runtime.cpp", "memory.h", "value.h", "runtime.o"):
+            self.change(os.path.join(self.fast, name))
+            self.assert_made_anew()
+
     def test_updated_installation(self):
         self.change(self.wrapper)
         self.assert_made_anew()
@@ -367,7 +402,8 @@ class ReadOnly(WrapperTest):
         calls = self.run_wrapper()
         self.assertEqual(len(self.header_calls(calls)), 1)
         self.assertIn(f"-include {folder}/", calls[-1])
-        self.assertEqual(os.listdir(self.fast), ["includes.h"])
+        self.assertEqual(sorted(os.listdir(self.fast)),
+                         ["includes.h", "memory.h", "runtime.cpp", "value.h"])
         self.assertEqual(self.header_calls(self.run_wrapper()), [])
 
     def test_header_goes_into_the_home_directory(self):
@@ -382,7 +418,7 @@ class ReadOnly(WrapperTest):
         calls = self.run_wrapper(self.command("-g"))
         self.assertEqual(len(self.header_calls(calls)), 1)
         self.assertIn(f"-include {self.cache()}/symbols/includes.h ", calls[-1])
-        self.assertIn(f"-include {self.cache()}/includes.h ", self.run_wrapper()[0])
+        self.assertIn(self.use_of(self.cache()), self.run_wrapper()[0])
 
     def test_nowhere_to_write(self):
         del self.environment["HOME"]

@@ -1,7 +1,9 @@
-// A stand-in for the Windows API of the runtime type, so that its test also runs natively (fast,
-// and under the sanitizers). Windows are texts in memory; the code page is UTF-8, and wchar_t holds
-// whole code points as it does on this system.
+// A stand-in for the Windows API of the runtime type and of its memory, so that their tests also
+// run natively (fast, and under the sanitizers). Windows are texts in memory; the code page is
+// UTF-8, and wchar_t holds whole code points as it does on this system.
 #pragma once
+
+#include <sys/mman.h>
 
 #include <cstddef>
 #include <string>
@@ -13,6 +15,22 @@ typedef FakeWindow* HWND;
 
 enum : unsigned { CP_ACP = 0, CP_UTF8 = 65001 };
 enum : unsigned long { WS_OVERLAPPED = 0 };
+
+enum : unsigned long { MEM_COMMIT = 0x1000, MEM_RESERVE = 0x2000 };
+enum : unsigned long { PAGE_NOACCESS = 1, PAGE_READWRITE = 4 };
+
+inline void* VirtualAlloc(void* place, size_t size, unsigned long type, unsigned long) {
+    if (type == MEM_COMMIT) return mprotect(place, size, PROT_READ | PROT_WRITE) ? nullptr : place;
+    void* reserved =
+        mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    return reserved == MAP_FAILED ? nullptr : reserved;
+}
+
+// Something that each thread has at another address.
+inline void* NtCurrentTeb() {
+    static thread_local char mark;
+    return &mark;
+}
 
 inline unsigned GetACP() { return CP_UTF8; }
 
