@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """programs.py STAGE [ROUNDS]: the loops of programs/loops.vorla, built with the installation in STAGE,
 against CPython and Lua, natively and under Wine: processor times, and medians of the ratios of runs
-that were made side by side. Then what all but the texts take with a type that has nothing but
-its members."""
+that were made side by side. Then what all but the texts take with everything compiled by -Og, and
+with a type that has nothing but its members."""
 import os
 import pathlib
 import statistics
@@ -16,6 +16,7 @@ LOOPS = {"integers": 2000000, "floats": 2000000, "strings": 10000, "lists": 600,
 # The interpreters get fewer turns of the loop that takes them long.
 INTERPRETED = {**LOOPS, "typed_integers": 2000000}
 PROGRAMS = measuring.ROOT / "bench" / "programs"
+RUNTIME_OPTIONS = ("-O2", "-fno-ipa-cp", "-fno-ipa-sra")
 BOUNDED = ("integers", "floats", "lists", "maps", "methods", "comprehensions")
 # The C library of Linux keeps what was freed instead of giving it back and asking for it again.
 KEEPING = {"GLIBC_TUNABLES": "glibc.malloc.trim_threshold=1000000000:"
@@ -23,19 +24,24 @@ KEEPING = {"GLIBC_TUNABLES": "glibc.malloc.trim_threshold=1000000000:"
 
 
 def build(stage, folder):
-    """The loops for Windows, by the command that orvanec ran, and natively; the two programs."""
+    """The loops natively, with the functions that an installation compiles in advance and without, and
+    for Windows, by the command that orvanec ran; the three programs."""
     command = measuring.translate(stage, PROGRAMS / "loops.vorla", folder)
     generated = folder / "code_generation"
     (generated / "main.cpp").write_bytes((PROGRAMS / "loops_main.cpp").read_bytes())
     measuring.processor_time(command)
-    native = compile_natively(generated / "main.cpp", "-Og", folder / "loops")
-    return native, folder / "loops.exe"
+    runtime = folder / "runtime.o"
+    compile_natively([stage / "tools/fast/runtime.cpp", "-c", *RUNTIME_OPTIONS], runtime)
+    native = compile_natively(["-Og", "-DORVANE_VALUE_COMPILED", runtime, generated / "main.cpp"],
+                              folder / "loops")
+    own = compile_natively(["-Og", generated / "main.cpp"], folder / "loops_alone")
+    return native, own, folder / "loops.exe"
 
 
-def compile_natively(main, level, program):
-    measuring.processor_time(["g++", "-std=c++17", level, "-finput-charset=UTF-8", main,
-                              "-I", measuring.ROOT / "tests/run/native", "-o", program])
-    return program
+def compile_natively(words, result):
+    measuring.processor_time(["g++", "-std=c++17", "-finput-charset=UTF-8", *words,
+                              "-I", measuring.ROOT / "tests/run/native", "-o", result])
+    return result
 
 
 def build_plain(folder):
@@ -47,7 +53,7 @@ def build_plain(folder):
     (plain / "import.hpp").write_text(
         text[:start] + (PROGRAMS / "plain_value.h").read_text() + text[end:], encoding="utf-8")
     (plain / "main.cpp").write_bytes((PROGRAMS / "loops_main.cpp").read_bytes())
-    return compile_natively(plain / "main.cpp", "-O3", plain / "loops")
+    return compile_natively(["-O3", plain / "main.cpp"], plain / "loops")
 
 
 def words_of(loops):
@@ -71,17 +77,17 @@ def per_turn(times, loops):
 
 def measure(stage, rounds):
     folder = measuring.ROOT / "build" / "bench" / "programs"
-    native, windows = build(stage, folder)
+    native, own, windows = build(stage, folder)
     plain = build_plain(folder)
     bounded = words_of({name: LOOPS[name] for name in BOUNDED})
-    runs = {"native": [], "wine": [], "python": [], "lua": [], "kept": [], "plain": []}
+    runs = {"native": [], "wine": [], "python": [], "lua": [], "own": [], "plain": []}
     for _ in range(rounds):
         results = {
             "native": run([native, *words_of(LOOPS)]),
             "wine": read(measuring.wine("wine_run", windows, *words_of(LOOPS))),
             "python": run(["python3", PROGRAMS / "loops.py", *words_of(INTERPRETED)]),
             "lua": run(["lua5.4", PROGRAMS / "loops.lua", *words_of(INTERPRETED)]),
-            "kept": run([native, *bounded], **KEEPING),
+            "own": run([own, *bounded]),
             "plain": run([plain, *bounded], **KEEPING),
         }
         for name in LOOPS:
@@ -109,11 +115,11 @@ def report(runs):
     print("|---|---|---|---|---|---|---|---|")
     print_rows(runs, LOOPS, ("native", "wine", "python", "lua"),
                (("native", "python"), ("wine", "python"), ("native", "lua")))
-    print("\n| Loop | native, pages kept | only the members, -O3 | native to CPython "
+    print("\n| Loop | all by -Og | only the members, -O3 | all by -Og to CPython "
           "| only the members to CPython | only the members to Lua |")
     print("|---|---|---|---|---|---|")
-    print_rows(runs, BOUNDED, ("kept", "plain"),
-               (("kept", "python"), ("plain", "python"), ("plain", "lua")))
+    print_rows(runs, BOUNDED, ("own", "plain"),
+               (("own", "python"), ("plain", "python"), ("plain", "lua")))
 
 
 report(measure(pathlib.Path(sys.argv[1]).resolve(), int(sys.argv[2]) if len(sys.argv) > 2 else 5))
