@@ -26,7 +26,7 @@ struct Block {
 // Sizes in bytes. Up to `fine` there is a kind of blocks for every 16 bytes, above it four kinds
 // for every doubling. A page holds blocks of one kind.
 constexpr std::size_t fine = 512, largest = std::size_t(1) << 20;
-constexpr std::size_t page = std::size_t(1) << 14, range = std::size_t(1) << 34;
+constexpr std::size_t page = std::size_t(1) << 14, range = std::size_t(1) << 32;
 constexpr unsigned fineKinds = fine / 16 + 1, kinds = fineKinds + 4 * 11;
 
 // The range begins at `start`; before there is one, at an address that no block has.

@@ -216,6 +216,9 @@ void testEntriesOfManySizes() {
                            "abd",
                            "a",
                            "a long name for a fields",
+                           "a long name for a fiend",
+                           "eight or",
+                           "eight or more",
                            "abcd",
                            "bb",
                            "bc"};
@@ -236,6 +239,8 @@ void testEntriesOfManySizes() {
     // A zero byte belongs to a name of C++, but ends a literal.
     object[std::string("b\0c", 3)] = "with a zero";
     CHECK(object["b\0c"] == 4 && object[std::string("b\0c", 3)] == "with a zero");
+    object[std::string("b\0", 2)] = "with nothing else";
+    CHECK(object["b"] == 4 && object[std::string("b\0", 2)] == "with nothing else");
 }
 
 void testPositions() {
