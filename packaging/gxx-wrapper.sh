@@ -97,7 +97,6 @@ state() { # state FOLDER: name, size and time of all that the header in FOLDER i
 
 is_usable() { # is_usable FOLDER
     [ -f "$1/made" ] && [ -f "$1/includes.h.gch" ] && [ -f "$1/names" ] &&
-        { [ -n "$symbols" ] || [ -f "$1/runtime.o" ]; } &&
         state "$1" | cmp -s - "$1/made"
 }
 

@@ -65,7 +65,6 @@ std::wstring Installation::formatState(const std::wstring& folder) const {
 
 bool Installation::isUsable(const std::wstring& folder) const {
     return isFile(folder + L"\\includes.h.gch") && isFile(folder + L"\\includes.h") &&
-           (headerHasSymbols || isFile(folder + L"\\runtime.o")) &&
            readFile(folder + L"\\made") == utf8Of(formatState(folder));
 }
 
