@@ -136,6 +136,35 @@ void testComparisons(const Sample& left, const Sample& right) {
     expectTruth(left.value >= right.value, !less, left, ">=", right);
 }
 
+void expectNumber(const Value& result, const std::string& type, const std::string& text) {
+    CHECK_EQUAL(result.typeName, type);
+    CHECK_EQUAL(result.toString(), text);
+}
+
+// A literal, with or without a fraction, means what a value of it means.
+void testLiterals() {
+    const Value seven(7), half(2.5), text("x");
+    expectNumber(seven - 2, "int", "5");
+    expectNumber(seven - 1.5, "double", "5.500000");
+    expectNumber(half - 1, "double", "1.500000");
+    expectNumber(text - 2, "double", "-2.000000");
+    expectNumber(text - 1.5, "double", "-1.500000");
+    expectNumber(2 - seven, "int", "-5");
+    expectNumber(1.5 - seven, "double", "-5.500000");
+    expectNumber(seven * 2, "int", "14");
+    expectNumber(seven * 1.5, "double", "10.500000");
+    expectNumber(half * 3, "double", "7.500000");
+    expectNumber(text * 3, "double", "0.000000");
+    expectNumber(text * 1.5, "double", "0.000000");
+    expectNumber(seven / 2, "double", "3.500000");
+    expectNumber(seven / 3.5, "double", "2.000000");
+    expectNumber(seven / 0, "double", "0.000000");
+    expectNumber(seven % 4, "int", "3");
+    expectNumber(seven % 4.9, "int", "3");
+    expectNumber(seven % 0, "int", "0");
+    expectNumber(text % 4, "int", "0");
+}
+
 void testNegation() {
     CHECK_EQUAL((-Value(7)).toString(), "-7");
     CHECK((-Value(7)).isInt() && (-Value(2.5)).isFloat());
@@ -208,6 +237,7 @@ void testOperators() {
             testComparisons(left, right);
         }
     }
+    testLiterals();
     testNegation();
     testValuesWrittenOut();
     testSmallestNumber();
