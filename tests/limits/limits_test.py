@@ -5,11 +5,13 @@
 
 Every case is translated in two sizes. Checked are the exit status, the last words, the processor
 time of the larger against the smaller, and the largest memory: at most 40 times the source and 20
-megabytes more. With --wine, RUN starts the Windows program, and what a run of the empty
+megabytes more. The runs take some hundredths of a second, which another process can double; a time
+that looks too long is measured again, and the shortest of each size are compared. With --wine, RUN starts the Windows program, and what a run of the empty
 program takes there comes on top.
 """
 
 import argparse
+import math
 import os
 import pathlib
 import resource
@@ -26,6 +28,7 @@ ALLOWANCE = 20 * MEGABYTE
 GROWTH = 4          # the larger size of a case
 SLOWNESS = 1.6      # of a linear time, for the noise of a busy machine
 NOTICEABLE = 0.03   # seconds; less is not compared
+ATTEMPTS = 5        # measurements of a case whose time looks too long
 DEEPEST = 1000      # levels of nesting that are followed
 
 
@@ -98,16 +101,16 @@ class Bench:
 
 class Report:
     def __init__(self):
-        self.rows = []
-        self.failures = 0
+        self.rows = {}  # the last run of each case and size
+        self.failures = []
 
     def check(self, name, condition, what):
         if not condition:
-            self.failures += 1
-            print(f"FAILED {name}: {what}", flush=True)
+            self.failures.append(f"FAILED {name}: {what}")
+            print(self.failures[-1], flush=True)
 
     def add(self, name, count, size, run, limit):
-        self.rows.append((name, count, size, run, limit))
+        self.rows[name, count] = (size, run, limit)
         print(f"{name}: {count}, {size / MEGABYTE:.2f} MB, {run.seconds:.2f} s, "
               f"{run.memory / MEGABYTE:.1f} MB of {limit / MEGABYTE:.1f}", flush=True)
 
@@ -115,7 +118,7 @@ class Report:
         with open(path, "w", encoding="utf-8") as file:
             file.write("| Case | Pieces | Source (MB) | Written (MB) | Processor time (s) | "
                        "Memory (MB) | Limit (MB) |\n|---|---:|---:|---:|---:|---:|---:|\n")
-            for name, count, size, run, limit in self.rows:
+            for (name, count), (size, run, limit) in self.rows.items():
                 file.write(f"| {name} | {count:,} | {size / MEGABYTE:.2f} | "
                            f"{run.output / MEGABYTE:.2f} | {run.seconds:.2f} | "
                            f"{run.memory / MEGABYTE:.1f} | {limit / MEGABYTE:.1f} |\n")
@@ -136,13 +139,17 @@ def check_built(bench, report, name, count, size, run):
 
 def check_sizes(bench, report, name, count, translate):
     """Both sizes; the larger one takes no more than its share of time."""
-    size, smaller = translate(count)
-    check_built(bench, report, name, count, size, smaller)
-    size, larger = translate(count * GROWTH)
-    check_built(bench, report, name, count * GROWTH, size, larger)
-    expected = max(smaller.seconds, NOTICEABLE) * GROWTH * SLOWNESS
-    report.check(name, larger.seconds <= expected,
-                 f"{larger.seconds:.2f} s where {expected:.2f} are linear")
+    shortest = {count: math.inf, count * GROWTH: math.inf}
+    for _ in range(ATTEMPTS):
+        for pieces in shortest:
+            size, run = translate(pieces)
+            check_built(bench, report, name, pieces, size, run)
+            shortest[pieces] = min(shortest[pieces], run.seconds)
+        larger = shortest[count * GROWTH]
+        expected = max(shortest[count], NOTICEABLE) * GROWTH * SLOWNESS
+        if larger <= expected:
+            return
+    report.check(name, False, f"{larger:.2f} s where {expected:.2f} are linear")
 
 
 def check_nesting(bench, report, name, chunks, count, aborted):
@@ -242,7 +249,8 @@ def main():
             run_cases(bench, report, options)
     if options.table:
         report.write_table(options.table)
-    print(f"{len(report.rows)} translations, {report.failures} failures")
+    print(f"{len(report.rows)} translations, {len(report.failures)} failures",
+          *report.failures, sep="\n")
     sys.exit(1 if report.failures else 0)
 
 
