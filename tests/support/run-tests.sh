@@ -13,6 +13,7 @@ jobs=${JOBS:-$(nproc)}
 long_tests='_all$|_long$|^screen$' # labels
 passed=0
 failed=0
+rm -f build/*/ctest.log
 
 build() { # build PRESET [TARGET...]: counts a failed build as a failed test
     local preset=$1 log=build/$1/build.log
@@ -60,11 +61,28 @@ tail_of_tests() { # everything that failed, or the list of tests and the closing
     if [ "$2" -ne 0 ]; then tail -n 200 "$1"; else grep -E '^ *[0-9]+/[0-9]+ Test|tests passed|Total Test' "$1"; fi
 }
 
+last_words_of_failures() { # the last lines of each failed test in the log of ctest
+    awk -v most=12 '
+        function tell(i) {
+            for (i = count > most ? count - most : 0; i < count; ++i) print "   " lines[i]
+            failing = count = 0
+        }
+        /^ *[0-9]+\/[0-9]+ Test +#/ { tell(); if (/\*\*\*/) { failing = 1; print; next } }
+        /^ +Start +[0-9]+: / || /^[0-9]+% tests passed/ { tell() }
+        failing && NF { lines[count++] = $0 }
+        END { tell() }' "$1"
+}
+
 # Every golden outcome and every library function on its own are compiled by `make test-long`; here
 # a sample stands for them.
 build dev && run_tests dev -LE "$long_tests"
 build asan unit_and_golden_tests fuzz_targets && run_tests asan -L '^(unit|golden|fuzz)$'
 
+if [ "$failed" -ne 0 ]; then # once more at the end, where a reader of a long log looks first
+    for preset in dev asan; do
+        if [ -f "build/$preset/ctest.log" ]; then last_words_of_failures "build/$preset/ctest.log"; fi
+    done
+fi
 echo
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ]
