@@ -288,7 +288,7 @@ void runAnswer(Session& session, Arguments& arguments) {
     post(dialog, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
          reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
     for (const DWORD start = GetTickCount(); IsWindow(dialog); Sleep(10))
-        if (GetTickCount() - start > 5000) throw Failure("the dialog stays open");
+        if (GetTickCount() - start > patience) throw Failure("the dialog stays open");
 }
 
 // The innermost one: the field of a combo box has the ID of the box.
@@ -368,7 +368,7 @@ void runFocus(Session& session, Arguments& arguments) {
     int id = 0;
     const HWND target = readControl(session, arguments, id);
     const DWORD start = GetTickCount();
-    while (focused(session) != target && GetTickCount() - start < 3000) Sleep(20);
+    while (focused(session) != target && GetTickCount() - start < patience) Sleep(20);
     if (focused(session) != target)
         throw Failure("the focus is on " + std::to_string(GetDlgCtrlID(focused(session))));
     std::printf("%d has the focus\n", id);

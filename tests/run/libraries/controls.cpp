@@ -126,10 +126,11 @@ static void testClipboard() {
     CHECK(clipboardSetText("") && clipboardGetText().empty());
 }
 
-static void runMessages(DWORD milliseconds) {
+// Ends sooner once so many commands were seen.
+static void runMessages(DWORD milliseconds, int commands = INT_MAX) {
     const ULONGLONG end = GetTickCount64() + milliseconds;
     MSG message;
-    while (GetTickCount64() < end) {
+    while (GetTickCount64() < end && commandsSeen < commands) {
         while (PeekMessageA(&message, NULL, 0, 0, PM_REMOVE)) DispatchMessageA(&message);
         Sleep(5);
     }
@@ -138,13 +139,13 @@ static void runMessages(DWORD milliseconds) {
 static void testTimers() {
     Value target = makeControl("BUTTON", 0, 7);
     CHECK(startTimer(target, 20));
-    runMessages(300);
+    runMessages(20000, 2);
     const int seen = commandsSeen;
     CHECK(seen >= 2 && stopTimer(target) && !stopTimer(target));
     runMessages(100);
     CHECK_EQUAL(commandsSeen, seen);
     CHECK(startTimer(7, 20));
-    runMessages(200);
+    runMessages(20000, seen + 1);
     CHECK(commandsSeen > seen && stopTimer(7) && !startTimer("x", 20));
 }
 
