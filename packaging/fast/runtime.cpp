@@ -10,6 +10,8 @@
 #include "includes.h"
 #include "memory.h"
 
+// Compiled once, the copying of lists and entries may be expanded; it is too long for each program.
+#define ORVANE_EXPANDED [[gnu::flatten]]
 using namespace std;
 #include "value.h"
 
@@ -52,4 +54,5 @@ using namespace std;
     std::vector<Value> grown;
     grown.push_back(a);
     grown.push_back(std::move(a));
+    grown.emplace_back(std::move(b));
 }

@@ -243,6 +243,22 @@ void testEntriesOfManySizes() {
     CHECK(object["b"] == 4 && object[std::string("b\0", 2)] == "with nothing else");
 }
 
+// Names of one length that differ in a single letter, wherever it is.
+void testEntriesOneLetterOff() {
+    for (size_t length = 1; length <= 12; ++length) {
+        for (size_t changed = 0; changed < length; ++changed) {
+            const std::string name("abcdefghijkl", length);
+            std::string other = name;
+            other[changed] = 'X';
+            Value object = Value::makeObject("Pair");
+            object[name.c_str()] = 1;
+            object[other.c_str()] = 2;
+            CHECK(object.mapVal.size() == 2 && object[name.c_str()] == 1 &&
+                  object[other.c_str()] == 2);
+        }
+    }
+}
+
 void testPositions() {
     Value list = List{10, 20, 30};
     const long long wide = 2;
@@ -292,6 +308,7 @@ void testBasics() {
     testStream();
     testEntries();
     testEntriesOfManySizes();
+    testEntriesOneLetterOff();
     testPositions();
     testReferencesWithoutCopies();
     testCalls();

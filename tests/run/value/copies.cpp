@@ -65,6 +65,38 @@ void testNothingStaysBehind(const std::string& name) {
     }
 }
 
+bool isSame(const Value& left, const Value& right) {
+    return left.typeName == right.typeName && left.stringVal == right.stringVal &&
+           left.toString() == right.toString() && left.arrayVal.size() == right.arrayVal.size() &&
+           left.mapVal.size() == right.mapVal.size();
+}
+
+void testCopyAndMove(const Value& original) {
+    Value copy(original);
+    CHECK(isSame(copy, original));
+    Value moved(std::move(copy));
+    CHECK(isSame(moved, original));
+    Value assigned = 1;
+    assigned = std::move(moved);
+    CHECK(isSame(assigned, original));
+}
+
+// Texts of up to 15 letters lie in the value, longer ones elsewhere, like elements and entries.
+void testEachMemberAlone() {
+    for (size_t size = 0; size < 40; ++size) {
+        Value text = std::string("abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz", size);
+        testCopyAndMove(text);
+        Value object = Value::makeObject(text.stringVal);
+        testCopyAndMove(object);
+        object.mapVal = {{"x", 3}};
+        testCopyAndMove(object);
+        object.stringVal = text.stringVal;
+        testCopyAndMove(object);
+    }
+    testCopyAndMove(std::vector<Value>{1, "two"});
+    testCopyAndMove(std::map<std::string, Value>{{"x", 3}});
+}
+
 void testCopiesAreIndependent() {
     Value list = std::vector<Value>{1, 2};
     Value copy = list;
@@ -123,6 +155,24 @@ void testNumbersOfTwoKinds() {
     CHECK(value.isInt() && value.intVal == 8 && value.floatVal == 0.0);
 }
 
+// A number may have members that are not its own; they are assigned like those of any value.
+void testNumbersWithOtherMembers() {
+    Value text = 5, list = 5, entries = 5;
+    text.stringVal = "x";
+    list.arrayVal = {1};
+    entries.mapVal = {{"x", 3}};
+    for (const Value& odd : {text, list, entries}) {
+        Value number = 6;
+        number = odd;
+        CHECK(number.intVal == 5 && number.stringVal == odd.stringVal &&
+              number.arrayVal.size() == odd.arrayVal.size() &&
+              number.mapVal.size() == odd.mapVal.size());
+        number = 7;
+        CHECK(number.intVal == 7 && number.stringVal.empty() && number.arrayVal.empty() &&
+              number.mapVal.empty());
+    }
+}
+
 } // namespace
 
 void testCopies() {
@@ -131,8 +181,10 @@ void testCopies() {
         testAllMembersGoAlong(name);
         testNothingStaysBehind(name);
     }
+    testEachMemberAlone();
     testCopiesAreIndependent();
     testPartsOfItself();
     testRoomWithoutElements();
     testNumbersOfTwoKinds();
+    testNumbersWithOtherMembers();
 }
