@@ -1,9 +1,8 @@
 #!/usr/bin/env python3
 """programs.py STAGE [ROUNDS]: the loops of programs/loops.vorla, built with the installation in STAGE,
 against CPython and Lua, natively and under Wine: processor times, and medians of the ratios of runs
-that were made side by side. Then what all but the texts take with everything compiled by -Og, and
-with a type that has nothing but its members."""
-import os
+that were made side by side. Then what all but the texts take with everything compiled by -Og, and what
+the writing of their values alone takes."""
 import pathlib
 import statistics
 import subprocess
@@ -17,15 +16,13 @@ LOOPS = {"integers": 2000000, "floats": 2000000, "strings": 10000, "lists": 600,
 INTERPRETED = {**LOOPS, "typed_integers": 2000000}
 PROGRAMS = measuring.ROOT / "bench" / "programs"
 RUNTIME_OPTIONS = ("-O2", "-fno-ipa-cp", "-fno-ipa-sra")
-BOUNDED = ("integers", "floats", "lists", "maps", "methods", "comprehensions")
-# The C library of Linux keeps what was freed instead of giving it back and asking for it again.
-KEEPING = {"GLIBC_TUNABLES": "glibc.malloc.trim_threshold=1000000000:"
-                             "glibc.malloc.mmap_threshold=1000000000"}
+ALONE = ("integers", "floats", "lists", "maps", "methods", "comprehensions")
+WRITTEN = ("integers", "floats", "lists", "comprehensions")
 
 
 def build(stage, folder):
-    """The loops natively, with the functions that an installation compiles in advance and without, and
-    for Windows, by the command that orvanec ran; the three programs."""
+    """The loops natively, with the functions that an installation compiles in advance and without, for
+    Windows, by the command that orvanec ran, and the writing of their values; the four programs."""
     command = measuring.translate(stage, PROGRAMS / "loops.vorla", folder)
     generated = folder / "code_generation"
     (generated / "main.cpp").write_bytes((PROGRAMS / "loops_main.cpp").read_bytes())
@@ -35,7 +32,8 @@ def build(stage, folder):
     native = compile_natively(["-Og", "-DORVANE_VALUE_COMPILED", runtime, generated / "main.cpp"],
                               folder / "loops")
     own = compile_natively(["-Og", generated / "main.cpp"], folder / "loops_alone")
-    return native, own, folder / "loops.exe"
+    written = compile_natively(["-O2", runtime, PROGRAMS / "written_values.cpp"], folder / "written")
+    return native, own, folder / "loops.exe", written
 
 
 def compile_natively(words, result):
@@ -44,20 +42,8 @@ def compile_natively(words, result):
     return result
 
 
-def build_plain(folder):
-    """The same loops natively with plain_value.h in the place of the type, by -O3."""
-    plain = folder / "plain"
-    plain.mkdir(exist_ok=True)
-    text = (folder / "code_generation" / "import.hpp").read_text(encoding="utf-8")
-    start, end = text.index("struct Value {\n"), text.index("// UTF-8 -> ANSI")
-    (plain / "import.hpp").write_text(
-        text[:start] + (PROGRAMS / "plain_value.h").read_text() + text[end:], encoding="utf-8")
-    (plain / "main.cpp").write_bytes((PROGRAMS / "loops_main.cpp").read_bytes())
-    return compile_natively(["-O3", plain / "main.cpp"], plain / "loops")
-
-
-def words_of(loops):
-    return [str(word) for pair in loops.items() for word in pair]
+def words_of(names, loops=LOOPS):
+    return [str(word) for name in names for word in (name, loops[name])]
 
 
 def read(output):
@@ -66,9 +52,9 @@ def read(output):
             for name, time, result in (line.split() for line in output.splitlines())}
 
 
-def run(command, **settings):
+def run(command):
     return read(subprocess.run([str(word) for word in command], check=True, capture_output=True,
-                               text=True, env={**os.environ, **settings}).stdout)
+                               text=True).stdout)
 
 
 def per_turn(times, loops):
@@ -77,18 +63,17 @@ def per_turn(times, loops):
 
 def measure(stage, rounds):
     folder = measuring.ROOT / "build" / "bench" / "programs"
-    native, own, windows = build(stage, folder)
-    plain = build_plain(folder)
-    bounded = words_of({name: LOOPS[name] for name in BOUNDED})
-    runs = {"native": [], "wine": [], "python": [], "lua": [], "own": [], "plain": []}
+    native, own, windows, written = build(stage, folder)
+    runs = {"native": [], "wine": [], "python": [], "lua": [], "own": [], "written": []}
+    interpreted = words_of(LOOPS, INTERPRETED)
     for _ in range(rounds):
         results = {
             "native": run([native, *words_of(LOOPS)]),
             "wine": read(measuring.wine("wine_run", windows, *words_of(LOOPS))),
-            "python": run(["python3", PROGRAMS / "loops.py", *words_of(INTERPRETED)]),
-            "lua": run(["lua5.4", PROGRAMS / "loops.lua", *words_of(INTERPRETED)]),
-            "own": run([own, *bounded]),
-            "plain": run([plain, *bounded], **KEEPING),
+            "python": run(["python3", PROGRAMS / "loops.py", *interpreted]),
+            "lua": run(["lua5.4", PROGRAMS / "loops.lua", *interpreted]),
+            "own": run([own, *words_of(ALONE)]),
+            "written": run([written, *words_of(WRITTEN)]),
         }
         for name in LOOPS:
             if len({result[name][1] for result in results.values() if name in result}) != 1 and \
@@ -115,11 +100,11 @@ def report(runs):
     print("|---|---|---|---|---|---|---|---|")
     print_rows(runs, LOOPS, ("native", "wine", "python", "lua"),
                (("native", "python"), ("wine", "python"), ("native", "lua")))
-    print("\n| Loop | all by -Og | only the members, -O3 | all by -Og to CPython "
-          "| only the members to CPython | only the members to Lua |")
-    print("|---|---|---|---|---|---|")
-    print_rows(runs, BOUNDED, ("own", "plain"),
-               (("own", "python"), ("plain", "python"), ("plain", "lua")))
+    print("\n| Loop | all by -Og | all by -Og to CPython |\n|---|---|---|")
+    print_rows(runs, ALONE, ("own",), (("own", "python"),))
+    print("\n| Loop | values only written | to CPython | to Lua | native to it |\n|---|---|---|---|---|")
+    print_rows(runs, WRITTEN, ("written",),
+               (("written", "python"), ("written", "lua"), ("native", "written")))
 
 
 report(measure(pathlib.Path(sys.argv[1]).resolve(), int(sys.argv[2]) if len(sys.argv) > 2 else 5))
