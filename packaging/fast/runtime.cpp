@@ -10,8 +10,7 @@
 #include "includes.h"
 #include "memory.h"
 
-// Compiled once, the copying of lists and entries may be expanded; it is too long for each program.
-#define ORVANE_EXPANDED [[gnu::flatten]]
+#define ORVANE_COMPILED_ONCE
 using namespace std;
 #include "value.h"
 
