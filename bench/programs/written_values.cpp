@@ -43,6 +43,7 @@ struct Written {
     Written(const Written& other) noexcept
         : intVal(other.intVal), floatVal(other.floatVal), boolVal(other.boolVal),
           handleVal(other.handleVal) {
+        askForLater(this);
         write(typeName, other.typeName.size);
         std::memcpy(typeName.own, other.typeName.own, 8);
         write(stringVal, 0);
@@ -53,6 +54,13 @@ struct Written {
         floatVal = other.floatVal;
         boolVal = other.boolVal;
         handleVal = other.handleVal;
+    }
+    // As values do it.
+    static void askForLater(const Written* place) {
+        const size_t later = reinterpret_cast<size_t>(place) + 2 * sizeof(Written);
+        __builtin_prefetch(reinterpret_cast<const void*>(later), 1);
+        __builtin_prefetch(reinterpret_cast<const void*>(later + 64), 1);
+        __builtin_prefetch(reinterpret_cast<const void*>(later + 128), 1);
     }
     static void write(Text& text, size_t size) {
         text.letters = text.own;
