@@ -10,10 +10,11 @@ import sys
 
 import measuring
 
-LOOPS = {"integers": 2000000, "floats": 2000000, "strings": 10000, "lists": 600, "maps": 40000,
-         "methods": 600000, "comprehensions": 1000, "typed_integers": 20000000}
+# As many turns as take half a second: Wine tells processor times in steps of 10 ms.
+LOOPS = {"integers": 8000000, "floats": 8000000, "strings": 50000, "lists": 5000, "maps": 400000,
+         "methods": 2000000, "comprehensions": 8000, "typed_integers": 80000000}
 # The interpreters get fewer turns of the loop that takes them long.
-INTERPRETED = {**LOOPS, "typed_integers": 2000000}
+INTERPRETED = {**LOOPS, "typed_integers": 4000000}
 PROGRAMS = measuring.ROOT / "bench" / "programs"
 RUNTIME_OPTIONS = ("-O2", "-fno-ipa-cp", "-fno-ipa-sra")
 ALONE = ("integers", "floats", "lists", "maps", "methods", "comprehensions")

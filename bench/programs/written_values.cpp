@@ -141,35 +141,36 @@ static double lists(long long n) {
     return s;
 }
 
-static List squares(const List& numbers) {
+template <class Append>
+static List comprehension(const List& numbers, Append append) {
     List result;
     const List all = copied(numbers);
     for (const Written& element : all) {
         Written x(element);
         read(x);
-        const Written rest = whole(x.intVal % 3);
-        read(rest);
-        if (rest.intVal == 0) result.push_back(whole(x.intVal * x.intVal));
+        append(result, x);
     }
     return copied(result);
 }
 
-static List halves(const List& numbers) {
-    List result;
-    const List all = copied(numbers);
-    for (const Written& element : all) {
-        Written x(element);
-        read(x);
-        result.push_back(real(static_cast<double>(x.intVal) / 2));
-    }
-    return copied(result);
+static void appendSquareOfThird(List& list, const Written& x) {
+    const Written rest = whole(x.intVal % 3);
+    read(rest);
+    if (rest.intVal == 0) list.push_back(whole(x.intVal * x.intVal));
+}
+
+static void appendHalf(List& list, const Written& x) {
+    list.push_back(real(static_cast<double>(x.intVal) / 2));
 }
 
 static double comprehensions(long long n) {
     List numbers;
     for (int i = 1; i <= 1000; ++i) numbers.push_back(whole(i));
     double sum = 0;
-    for (; n > 0; --n) sum += halves(squares(numbers))[100].floatVal;
+    for (; n > 0; --n) {
+        const List squares = comprehension(numbers, appendSquareOfThird);
+        sum += comprehension(squares, appendHalf)[100].floatVal;
+    }
     return sum;
 }
 
