@@ -105,6 +105,12 @@ void testCopiesAreIndependent() {
     point["x"] = list;
     Value other = point;
     other["x"][1] = 7;
+    Value rows = std::vector<Value>{list, point};
+    Value otherRows = rows;
+    otherRows[0][1] = 8;
+    otherRows[1]["x"][0] = 9;
+    CHECK_EQUAL(rows.toString(), "[[1, 2], {x: [1, 2]}]");
+    CHECK_EQUAL(otherRows.toString(), "[[1, 8], {x: [9, 2]}]");
     CHECK_EQUAL(list.toString(), "[1, 2]");
     CHECK_EQUAL(copy.toString(), "[5, 2]");
     CHECK_EQUAL(point.toString(), "{x: [1, 2]}");
