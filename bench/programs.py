@@ -16,7 +16,6 @@ LOOPS = {"integers": 8000000, "floats": 8000000, "strings": 50000, "lists": 5000
 # The interpreters get fewer turns of the loop that takes them long.
 INTERPRETED = {**LOOPS, "typed_integers": 4000000}
 PROGRAMS = measuring.ROOT / "bench" / "programs"
-RUNTIME_OPTIONS = ("-O2", "-fno-ipa-cp", "-fno-ipa-sra")
 ALONE = ("integers", "floats", "lists", "maps", "methods", "comprehensions")
 WRITTEN = ("integers", "floats", "lists", "comprehensions")
 
@@ -29,9 +28,10 @@ def build(stage, folder):
     (generated / "main.cpp").write_bytes((PROGRAMS / "loops_main.cpp").read_bytes())
     measuring.processor_time(command)
     runtime = folder / "runtime.o"
-    compile_natively([stage / "tools/fast/runtime.cpp", "-c", *RUNTIME_OPTIONS], runtime)
-    native = compile_natively(["-Og", "-DORVANE_VALUE_COMPILED", runtime, generated / "main.cpp"],
-                              folder / "loops")
+    fast = stage / "tools/fast"
+    compile_natively([f"@{fast}/runtime.options", fast / "runtime.cpp", "-c"], runtime)
+    native = compile_natively(["-Og", "-DORVANE_VALUE_COMPILED", "-include", fast / "includes.h",
+                               runtime, generated / "main.cpp"], folder / "loops")
     own = compile_natively(["-Og", generated / "main.cpp"], folder / "loops_alone")
     written = compile_natively(["-O2", runtime, PROGRAMS / "written_values.cpp"], folder / "written")
     return native, own, folder / "loops.exe", written

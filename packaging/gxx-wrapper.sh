@@ -75,7 +75,7 @@ is_program_build() {
 }
 
 # The precompiled header. A folder of it holds
-#   includes.h       the text, used when the compiler does not take the next
+#   includes.h       the text, used when the compiler does not take the next, and what it includes
 #   includes.h.gch   the header itself
 #   runtime.o        the functions that programs do not compile themselves, from tools/fast/runtime.cpp
 #   names            the files that went in and the compiler proper, each with a zero byte behind it
@@ -86,8 +86,10 @@ state() { # state FOLDER: name, size and time of all that the header in FOLDER i
     names=$1/names
     set -- "$0" "$compiler" "$tools/fast/includes.h" "$1/includes.h.gch"
     if [ -z "$symbols" ]; then
-        set -- "$@" "$tools/fast/runtime.cpp" "$tools/fast/memory.h" "$tools/fast/value.h" \
-            "${names%/*}/runtime.o"
+        for file in runtime.cpp runtime.options memory.h entries.h lists.h value.h; do
+            set -- "$@" "$tools/fast/$file"
+        done
+        set -- "$@" "${names%/*}/runtime.o"
     fi
     for folder in include orlib parameter; do
         if [ -d "$tools/$folder" ]; then set -- "$@" "$tools/$folder"; fi
@@ -104,9 +106,11 @@ is_usable() { # is_usable FOLDER
 # its own, as in the type of values, the compiler then follows all variables in vain: a tenth of a
 # second for each build.
 precompile() { # precompile FOLDER
-    "$compiler" -std=c++17 -Og "${symbols:--g0}" -finput-charset=UTF-8 -mwindows -I"$tools/include" \
-        -I"$tools/orlib" -I"$tools/parameter" -H -x c++-header "$1/includes.h" -o "$1/new.gch" \
-        2> "$1/new.log" || return 1
+    values=
+    if [ -z "$symbols" ]; then values=-DORVANE_VALUE_COMPILED; fi
+    "$compiler" -std=c++17 -Og "${symbols:--g0}" ${values:+"$values"} -finput-charset=UTF-8 \
+        -mwindows -I"$tools/include" -I"$tools/orlib" -I"$tools/parameter" \
+        -H -x c++-header "$1/includes.h" -o "$1/new.gch" 2> "$1/new.log" || return 1
     if [ -z "$symbols" ]; then compile_runtime "$1" || return 1; fi
     {
         "$compiler" -print-prog-name=cc1plus
@@ -114,9 +118,8 @@ precompile() { # precompile FOLDER
     } | tr '\n' '\0' > "$1/names" && mv -f "$1/new.gch" "$1/includes.h.gch"
 }
 
-# runtime.cpp tells why these options.
 compile_runtime() { # compile_runtime FOLDER
-    "$compiler" -std=c++17 -O2 -fno-ipa-cp -fno-ipa-sra -I"$tools/include" \
+    "$compiler" "@$tools/fast/runtime.options" -I"$tools/include" \
         -c "$tools/fast/runtime.cpp" -o "$1/new.o" && mv -f "$1/new.o" "$1/runtime.o"
 }
 
@@ -128,7 +131,11 @@ make_header() { # make_header FOLDER
         if is_usable "$1"; then exit 0; fi
         if [ -n "$(find "$1/failed" -mmin -60 2> /dev/null)" ]; then exit 1; fi
         rm -f "$1/made"
-        if [ "$1" != "$tools/fast" ]; then cp "$tools/fast/includes.h" "$1/includes.h" || exit 1; fi
+        if [ "$1" != "$tools/fast" ]; then
+            for file in includes.h entries.h lists.h; do
+                cp "$tools/fast/$file" "$1/$file" || exit 1
+            done
+        fi
         if precompile "$1" && state "$1" > "$1/made.new" && mv -f "$1/made.new" "$1/made"; then
             rm -f "$1/new.log"
             exit 0

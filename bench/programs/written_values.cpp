@@ -16,22 +16,15 @@ struct Text {
     char own[16];
 };
 
-struct Entries {
-    size_t order = 0;
-    int colour = 0;
-    void *root = nullptr, *first = &colour, *last = &colour;
-    size_t size = 0;
-};
-
-// The members of a value in their order, as the C++ library lays them out.
+// The members of a value in their order, as the C++ library lays texts out and an installation
+// lists and entries.
 struct Written {
     Text typeName;
     long long intVal;
     double floatVal = 0.0;
     Text stringVal;
     bool boolVal = false;
-    void* arrayVal[3] = {};
-    Entries mapVal;
+    void *arrayVal = nullptr, *mapVal = nullptr;
     void* handleVal = nullptr;
 
     explicit Written(long long number) : intVal(number) {
@@ -60,14 +53,13 @@ struct Written {
         const size_t later = reinterpret_cast<size_t>(place) + 2 * sizeof(Written);
         __builtin_prefetch(reinterpret_cast<const void*>(later), 1);
         __builtin_prefetch(reinterpret_cast<const void*>(later + 64), 1);
-        __builtin_prefetch(reinterpret_cast<const void*>(later + 128), 1);
     }
     static void write(Text& text, size_t size) {
         text.letters = text.own;
         text.size = size;
     }
 };
-static_assert(sizeof(Written) == 168, "a value of the type that programs have");
+static_assert(sizeof(Written) == 112, "a value of the type that programs of an installation have");
 
 // The compiler may leave out what it does not see read: this reads it.
 static void read(const Written& value) { asm volatile("" : : "r"(&value) : "memory"); }

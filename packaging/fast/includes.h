@@ -8,3 +8,9 @@
 #include <sstream>
 #include <memory>
 #include <commctrl.h>
+
+// Lists and maps of values whose functions are compiled in runtime.o.
+#ifdef ORVANE_VALUE_COMPILED
+#include "entries.h"
+#include "lists.h"
+#endif

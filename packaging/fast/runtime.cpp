@@ -1,21 +1,27 @@
 // What programs are linked with that are built with the precompiled header: the functions that the
-// type of values only declares where ORVANE_VALUE_COMPILED is defined, and the memory they live in.
-// Compiled once, beside the header, by
+// type of values only declares where ORVANE_VALUE_COMPILED is defined, those of its lists and maps,
+// and the memory they live in. Compiled once, beside the header, by
 //
-//     g++ -std=c++17 -O2 -fno-ipa-cp -fno-ipa-sra -c runtime.cpp
+//     g++ @runtime.options -c runtime.cpp
 //
 // Nobody calls the functions here, so the compiler must not make others of them for fewer
-// parameters: hence the last two options. value.h is the text that each program has in its
-// import.hpp.
+// parameters (-fno-ipa-cp, -fno-ipa-sra). Short functions and loops that begin somewhere in a line
+// of the processor's cache take up to a tenth more time, by chance (-falign-functions,
+// -falign-loops). value.h is the text that each program has in its import.hpp.
+#define ORVANE_COMPILED_ONCE
 #include "includes.h"
+
+#include "entries.h"
+#include "lists.h"
 #include "memory.h"
 
-#define ORVANE_COMPILED_ONCE
 using namespace std;
 #include "value.h"
 
-// The compiler brings out what is called, and without optimisation every call stays one. The
-// growing of lists is not the type's own, but most of what library functions and comprehensions do.
+template class OrvaneValues::ListCore<Value>;
+template class OrvaneValues::EntriesCore<Value>;
+
+// The compiler brings out what is called, and without optimisation every call stays one.
 [[gnu::used, gnu::optimize("O0")]] static void callEverything() {
     std::string text;
     const std::vector<Value> list;
@@ -50,8 +56,4 @@ using namespace std;
     a = b.times(1.0);
     a = b.dividedBy(1.0);
     a = b.modulo(1);
-    std::vector<Value> grown;
-    grown.push_back(a);
-    grown.push_back(std::move(a));
-    grown.emplace_back(std::move(b));
 }

@@ -7,6 +7,10 @@
 
 namespace Orvane {
 
+// For programs that are linked with runtime.o: it brings their lists and maps, and leaves out what
+// is compiled in it.
+static const wchar_t* const valuesCompiled = L"-DORVANE_VALUE_COMPILED";
+
 static std::wstring environmentValue(const wchar_t* name) {
     const DWORD room = GetEnvironmentVariableW(name, nullptr, 0);
     std::wstring value(room, L'\0');
@@ -58,7 +62,8 @@ std::wstring Installation::formatState(const std::wstring& folder) const {
     state += formatFileState(toolsFolder + L"\\fast\\includes.h") +
              formatFileState(folder + L"\\includes.h.gch");
     if (headerHasSymbols) return state;
-    for (const wchar_t* name : {L"runtime.cpp", L"memory.h", L"value.h"})
+    for (const wchar_t* name :
+         {L"runtime.cpp", L"runtime.options", L"memory.h", L"entries.h", L"lists.h", L"value.h"})
         state += formatFileState(toolsFolder + L"\\fast\\" + name);
     return state + formatFileState(folder + L"\\runtime.o");
 }
@@ -117,12 +122,9 @@ static bool isYoungerThanAnHour(const std::wstring& path) {
 // header comes into its place complete, and "made" behind it.
 bool Installation::makeHeader(const std::wstring& folder) const {
     if (isYoungerThanAnHour(folder + L"\\failed")) return false;
-    const std::wstring text = toolsFolder + L"\\fast\\includes.h";
     const std::wstring made = folder + L"\\made";
     DeleteFileW(made.c_str());
-    const std::wstring place = folder + L"\\includes.h";
-    const bool here = place == text || CopyFileW(text.c_str(), place.c_str(), FALSE);
-    if (here && precompile(folder) && (headerHasSymbols || compileRuntime(folder)) &&
+    if (bringTexts(folder) && precompile(folder) && (headerHasSymbols || compileRuntime(folder)) &&
         replaceFile(folder + L"\\new.gch", folder + L"\\includes.h.gch") &&
         writeFile(made, utf8Of(formatState(folder))))
         return true;
@@ -132,36 +134,47 @@ bool Installation::makeHeader(const std::wstring& folder) const {
     return false;
 }
 
+// What the header is made of, in the folder where it is to be.
+bool Installation::bringTexts(const std::wstring& folder) const {
+    const std::wstring fast = toolsFolder + L"\\fast";
+    if (folder == fast) return true;
+    for (const wchar_t* name : {L"\\includes.h", L"\\entries.h", L"\\lists.h"})
+        if (!CopyFileW((fast + name).c_str(), (folder + name).c_str(), FALSE)) return false;
+    return true;
+}
+
 // With -g it would serve programs without debug information, too, but where a function has options
 // of its own, as in the type of values, the compiler then follows all variables in vain: a tenth of
 // a second for each build.
 bool Installation::precompile(const std::wstring& folder) const {
-    const Arguments arguments = {compilerPath,
-                                 L"-std=c++17",
-                                 L"-Og",
-                                 headerHasSymbols ? L"-g" : L"-g0",
-                                 L"-finput-charset=UTF-8",
-                                 L"-mwindows",
-                                 L"-I" + toolsFolder + L"\\include",
-                                 L"-I" + toolsFolder + L"\\orlib",
-                                 L"-I" + toolsFolder + L"\\parameter",
-                                 L"-x",
-                                 L"c++-header",
-                                 folder + L"\\includes.h",
-                                 L"-o",
-                                 folder + L"\\new.gch"};
+    Arguments arguments = {compilerPath,
+                           L"-std=c++17",
+                           L"-Og",
+                           headerHasSymbols ? L"-g" : L"-g0",
+                           L"-finput-charset=UTF-8",
+                           L"-mwindows",
+                           L"-I" + toolsFolder + L"\\include",
+                           L"-I" + toolsFolder + L"\\orlib",
+                           L"-I" + toolsFolder + L"\\parameter",
+                           L"-x",
+                           L"c++-header",
+                           folder + L"\\includes.h",
+                           L"-o",
+                           folder + L"\\new.gch"};
+    if (!headerHasSymbols) arguments.push_back(valuesCompiled);
     std::string messages;
     return runChild(compilerPath, joinArguments(arguments), &messages) == 0;
 }
 
-// runtime.cpp tells why these options.
 bool Installation::compileRuntime(const std::wstring& folder) const {
     const std::wstring made = folder + L"\\new.o";
-    const Arguments arguments = {compilerPath,    L"-std=c++17",
-                                 L"-O2",          L"-fno-ipa-cp",
-                                 L"-fno-ipa-sra", L"-I" + toolsFolder + L"\\include",
-                                 L"-c",           toolsFolder + L"\\fast\\runtime.cpp",
-                                 L"-o",           made};
+    const Arguments arguments = {compilerPath,
+                                 L"@" + toolsFolder + L"\\fast\\runtime.options",
+                                 L"-I" + toolsFolder + L"\\include",
+                                 L"-c",
+                                 toolsFolder + L"\\fast\\runtime.cpp",
+                                 L"-o",
+                                 made};
     std::string messages;
     return runChild(compilerPath, joinArguments(arguments), &messages) == 0 &&
            replaceFile(made, folder + L"\\runtime.o");
@@ -172,7 +185,7 @@ bool Installation::compileRuntime(const std::wstring& folder) const {
 Arguments Installation::headerArguments(const std::wstring& folder) const {
     Arguments arguments = {L"-include", folder + L"\\includes.h"};
     if (headerHasSymbols) return arguments;
-    arguments.push_back(L"-DORVANE_VALUE_COMPILED");
+    arguments.push_back(valuesCompiled);
     arguments.push_back(folder + L"\\runtime.o");
     return arguments;
 }

@@ -4,7 +4,7 @@
 // Found from the launcher's own place, TOOLS\bin\g++.exe:
 //
 //     TOOLS\mingw64\bin\g++.exe    the C++ compiler
-//     TOOLS\fast\includes.h        what all programs include
+//     TOOLS\fast\includes.h        what all programs include, with entries.h and lists.h
 //     TOOLS\fast\runtime.cpp       the functions that programs need not compile themselves
 //     TOOLS\fast\includes.h.gch    the precompiled header, made by the first build
 //     TOOLS\fast\runtime.o         the compiled functions, made with it
@@ -46,6 +46,7 @@ private:
     std::wstring formatState(const std::wstring& folder) const;
     bool isUsable(const std::wstring& folder) const;
     bool makeHeader(const std::wstring& folder) const;
+    bool bringTexts(const std::wstring& folder) const;
     bool precompile(const std::wstring& folder) const;
     bool compileRuntime(const std::wstring& folder) const;
 

@@ -17,6 +17,10 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 WINE_RUN = os.path.join(HERE, "..", "driver", "wine_run.sh")
 PACKAGING = LAUNCHER = STAND_IN = PARENT = None
 
+# What an installation has in tools/fast.
+TEXTS = ["entries.h", "includes.h", "lists.h", "memory.h", "runtime.cpp", "runtime.options",
+         "value.h"]
+
 LIBRARIES = ("-luser32 -lgdi32 -lkernel32 -lcomctl32 -lcomdlg32 -lshell32 -ladvapi32 "
              "-mwindows").split()
 
@@ -27,7 +31,7 @@ def windows(path):
 
 def quoted(argument):
     """Only names without blanks and foreign letters go without quotes."""
-    plain = argument.isascii() and not set(argument) & set(' "*?[]')
+    plain = argument.isascii() and not set(argument) & set(' "*?[]@')
     return argument if plain else f'"{argument}"'
 
 
@@ -130,10 +134,11 @@ class Programs(LauncherTest):
         tools = windows(self.tools)
         header = [windows(self.compiler), "-std=c++17", "-Og", "-g0", "-finput-charset=UTF-8",
                   "-mwindows", f"-I{tools}\\include", f"-I{tools}\\orlib", f"-I{tools}\\parameter",
-                  "-x", "c++-header", f"{tools}\\fast\\includes.h", "-o", f"{tools}\\fast\\new.gch"]
+                  "-x", "c++-header", f"{tools}\\fast\\includes.h", "-o", f"{tools}\\fast\\new.gch",
+                  "-DORVANE_VALUE_COMPILED"]
         self.assertEqual(calls[0], " ".join(quoted(argument) for argument in header))
 
-        runtime = [windows(self.compiler), "-std=c++17", "-O2", "-fno-ipa-cp", "-fno-ipa-sra",
+        runtime = [windows(self.compiler), f"@{tools}\\fast\\runtime.options",
                    f"-I{tools}\\include", "-c", f"{tools}\\fast\\runtime.cpp",
                    "-o", f"{tools}\\fast\\new.o"]
         self.assertEqual(calls[1], " ".join(quoted(argument) for argument in runtime))
@@ -151,8 +156,7 @@ class Programs(LauncherTest):
         self.assertTrue(calls[2].endswith(" ".join(quoted(argument) for argument in after)))
         self.assertEqual(self.program(), "complete ")
         self.assertEqual(sorted(os.listdir(self.fast)),
-                         ["includes.h", "includes.h.gch", "lock", "made", "memory.h",
-                          "runtime.cpp", "runtime.o", "value.h"])
+                         sorted([*TEXTS, "includes.h.gch", "lock", "made", "runtime.o"]))
         self.no_leftovers()
 
     def test_later_builds_take_the_header_that_is_there(self):
@@ -245,14 +249,14 @@ class Failures(LauncherTest):
         self.assertEqual([len(calls), len(self.header_calls(calls))], [3, 1])
         self.assertNotIn("-include", calls[2])
         self.assertEqual(sorted(os.listdir(self.fast)),
-                         ["failed", "includes.h", "lock", "memory.h", "runtime.cpp", "value.h"])
+                         sorted([*TEXTS, "failed", "lock"]))
         self.take_back("runtime_fails")
         self.launch("--orvane-make-pch")
         self.assertIn("runtime.o", self.launch()[0])
 
     def test_changed_or_lost_runtime_makes_another(self):
         self.launch()
-        for name in ("runtime.cpp", "memory.h", "value.h", "runtime.o"):
+        for name in (*TEXTS, "runtime.o"):
             os.utime(os.path.join(self.fast, name), (1, 1))
             self.assertEqual(len(self.header_calls(self.launch())), 1, name)
         os.remove(os.path.join(self.fast, "runtime.o"))
@@ -272,7 +276,7 @@ class Failures(LauncherTest):
         self.assertEqual(len(self.header_calls(calls)), 1)
         self.assertRegex(calls[-1], r'-include "?C:\\.*\\Orvane\\\d+\\includes\.h"? ')
         self.assertEqual(sorted(os.listdir(self.fast)),
-                         ["includes.h", "lock", "memory.h", "runtime.cpp", "value.h"])
+                         sorted([*TEXTS, "lock"]))
         self.assertEqual(self.header_calls(self.launch()), [])
 
     def test_header_with_symbols_lies_apart_there_too(self):

@@ -26,7 +26,8 @@ WINE_RUN = os.path.join(HERE, "..", "driver", "wine_run.sh")
 TREE = ["CHANGELOG.md", "README.md", "docs/language.md", "docs/installing.md",
         "examples/tea_timer.vorla", "licences/README.md", "orlib/normal.orlib",
         "tools/bin/g++.exe", "tools/bin/resource.o", "tools/fast/includes.h",
-        "tools/fast/runtime.cpp", "tools/fast/memory.h", "tools/fast/value.h",
+        "tools/fast/runtime.cpp", "tools/fast/runtime.options", "tools/fast/memory.h",
+        "tools/fast/entries.h", "tools/fast/lists.h", "tools/fast/value.h",
         "tools/include/commctrl.h", "tools/include/dlgs.h", "tools/include/windows.h",
         "tools/orlib/README.txt", "tools/parameter/README.txt"]
 TOOLCHAIN = ["tools/mingw64/bin/g++.exe", "tools/mingw64/x86_64-w64-mingw32/bin/ld.exe",

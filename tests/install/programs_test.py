@@ -6,6 +6,7 @@
 
 import contextlib
 import os
+import re
 import resource
 import shutil
 import subprocess
@@ -107,19 +108,34 @@ class HelloProgram(ProgramsTest):
     def test_precompiled_headers_serve_programs_with_and_without_symbols(self):
         source = self.write(self.path("work", "hello.vorla"))
         compiler = next(filter(None, map(shutil.which, CROSS_COMPILERS)))
-        for option, symbols, folder in (("--keep-cpp", [], "tools/fast"),
-                                        ("--debug", ["-g"], "tools/fast/symbols")):
+        for option, words, folder in (
+                ("--keep-cpp", ["-DORVANE_VALUE_COMPILED"], "tools/fast"),
+                ("--debug", ["-g"], "tools/fast/symbols")):
             self.build(source, "--keep-cpp", option)
             header = os.path.join(STAGE, folder, "includes.h")
             result = subprocess.run(
                 [compiler, "-include", header, "-std=c++17",
-                 "-Og", *symbols, "-finput-charset=UTF-8", "-H", "-Winvalid-pch",
+                 "-Og", *words, "-finput-charset=UTF-8", "-H", "-Winvalid-pch",
                  self.path("work", "code_generation", "main.cpp"), "-c", "-o", "/dev/null",
                  f"-I{STAGE}/tools/include", "-mwindows"],
                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, check=True)
             self.assertIn(f"! {header}.gch", result.stderr)
             # A build that had to do without would have discarded it.
             self.assertTrue(os.path.exists(os.path.join(STAGE, folder, "made")))
+
+    def test_lists_and_maps_of_the_installation_bring_no_other_header(self):
+        """A program must not compile because of them that does not otherwise."""
+        compiler = next(filter(None, map(shutil.which, CROSS_COMPILERS)))
+        fast = os.path.join(STAGE, "tools/fast")
+        found = []
+        for words in ([], ["-DORVANE_VALUE_COMPILED"]):
+            result = subprocess.run(
+                [compiler, "-std=c++17", *words, f"-I{STAGE}/tools/include", "-fsyntax-only", "-H",
+                 "-x", "c++", f"{fast}/includes.h"],
+                stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, check=True)
+            found.append(set(re.findall(r"^\.+ (.*)$", result.stderr, re.M)))
+        self.assertGreater(len(found[0]), 100)
+        self.assertEqual(found[1] - found[0], {f"{fast}/entries.h", f"{fast}/lists.h"})
 
     def test_debug_program_keeps_its_symbols(self):
         self.build(self.write(self.path("work", "hello.vorla")), "--debug")

@@ -49,7 +49,9 @@ class Tree(unittest.TestCase):
                      "docs/language.md", "docs/installing.md", "licences/README.md",
                      "tools/bin/g++.exe", "tools/bin/resource.o", "tools/include/commctrl.h",
                      "tools/include/dlgs.h", "tools/include/windows.h", "tools/fast/includes.h",
-                     "tools/fast/runtime.cpp", "tools/fast/memory.h", "tools/fast/value.h",
+                     "tools/fast/runtime.cpp", "tools/fast/runtime.options",
+                     "tools/fast/memory.h", "tools/fast/entries.h", "tools/fast/lists.h",
+                     "tools/fast/value.h",
                      "tools/orlib/README.txt", "tools/parameter/README.txt"):
             self.assertTrue(os.path.isfile(os.path.join(STAGE, name)), name)
 
@@ -70,7 +72,9 @@ class Tree(unittest.TestCase):
                       encoding="utf-8-sig") as file:
                 written = re.findall(r"^#include .*$", file.read(), re.M)
         with open(os.path.join(STAGE, "tools/fast/includes.h"), encoding="utf-8") as file:
-            self.assertEqual(re.findall(r"^#include .*$", file.read(), re.M), written)
+            always, with_runtime = file.read().split("#ifdef ORVANE_VALUE_COMPILED\n")
+        self.assertEqual(re.findall(r"^#include .*$", always, re.M), written)
+        self.assertEqual(with_runtime, '#include "entries.h"\n#include "lists.h"\n#endif\n')
 
 
 class Resource(TestWithFolder):
