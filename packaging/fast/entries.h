@@ -3,9 +3,8 @@
 // As with lists (lists.h), the map of a value is one address here, of a tree that is made when the
 // first entry comes. Objects are copied with each method call and dictionaries are searched by
 // name, so a copy has its entries in one piece of memory, and a tree of many entries has a table of
-// them by name beside it. It does all that a map does, by the same names, but for taking nodes out
-// of one map to put them into another (extract, merge): a program that does this does not compile
-// here and so is built without all this.
+// them by name beside it. It does all that a map does, by the same names; only an entry that
+// extract() or merge() takes out changes its place in memory.
 //
 // The tree itself is that of the C++ library: its nodes, its iterators, its balancing.
 #pragma once
@@ -140,6 +139,31 @@ public:
         }
     };
 
+    // An entry that was taken out, or none.
+    class node_type {
+    public:
+        using key_type = std::string;
+        using mapped_type = Element;
+        using allocator_type = Entries::allocator_type;
+
+        bool empty() const noexcept { return !entry; }
+        explicit operator bool() const noexcept { return !empty(); }
+        std::string& key() const { return entry->first; }
+        Element& mapped() const { return entry->second; }
+        allocator_type get_allocator() const noexcept { return {}; }
+        void swap(node_type& other) noexcept { entry.swap(other.entry); }
+
+    private:
+        friend Entries;
+        std::unique_ptr<std::pair<std::string, Element>> entry;
+    };
+
+    struct insert_return_type {
+        iterator position;
+        bool inserted;
+        node_type node;
+    };
+
     Entries() noexcept = default;
     explicit Entries(const key_compare&, const allocator_type& = {}) noexcept {}
     explicit Entries(const allocator_type&) noexcept {}
@@ -253,6 +277,38 @@ public:
     iterator insert_or_assign(const_iterator, Key&& key, Given&& given) {
         return insert_or_assign(std::forward<Key>(key), std::forward<Given>(given)).first;
     }
+    node_type extract(const_iterator place) {
+        node_type taken;
+        auto& entry = entryOf(linkOf(place));
+        taken.entry.reset(
+            new std::pair<std::string, Element>(entry.first, std::move(entry.second)));
+        erase(place);
+        return taken;
+    }
+    node_type extract(const std::string& key) {
+        Link* found = this->search(key);
+        return found ? extract(const_iterator(found)) : node_type();
+    }
+    insert_return_type insert(node_type&& node) {
+        if (!node) return {end(), false, {}};
+        if (Link* found = this->search(node.key()))
+            return {iterator(found), false, std::move(node)};
+        const iterator place = emplace(std::move(node.key()), std::move(node.mapped())).first;
+        node.entry.reset();
+        return {place, true, {}};
+    }
+    iterator insert(const_iterator, node_type&& node) {
+        auto done = insert(std::move(node));
+        node = std::move(done.node);
+        return done.position;
+    }
+    void merge(Entries& other) {
+        for (iterator place = other.begin(); place != other.end();) {
+            const iterator entry = place++;
+            if (count(entry->first) == 0) insert(other.extract(entry));
+        }
+    }
+    void merge(Entries&& other) { merge(other); }
     iterator erase(const_iterator place) { return iterator(Core::erase(linkOf(place))); }
     iterator erase(iterator place) { return iterator(Core::erase(place._M_node)); }
     iterator erase(const_iterator first, const_iterator last) {

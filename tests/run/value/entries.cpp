@@ -82,6 +82,10 @@ public:
             return readNamed();
         case 13:
             return insertRange();
+        case 14:
+            return takeOut();
+        case 15:
+            return mergeOthers();
         default:
             return assign();
         }
@@ -180,6 +184,28 @@ private:
         holder[Value(name)] = number + 1;
         model[name] = number + 1;
         holder.mapVal.swap(entries);
+    }
+    void takeOut() {
+        auto taken = entries.extract(name);
+        auto expected = model.extract(name);
+        CHECK(taken.empty() == expected.empty());
+        if (expected) {
+            CHECK(taken.key() == expected.key() && taken.mapped().intVal == expected.mapped());
+            taken.key() += "'";
+            expected.key() += "'";
+        }
+        const auto done = entries.insert(std::move(taken));
+        const auto expectedDone = model.insert(std::move(expected));
+        CHECK(done.inserted == expectedDone.inserted);
+        CHECK(done.node.empty() == expectedDone.node.empty());
+        CHECK((done.position == entries.end()) == (expectedDone.position == model.end()));
+    }
+    void mergeOthers() {
+        Entries others = {{name, Value(number)}, {"three", Value(3)}};
+        Model expected = {{name, number}, {"three", 3}};
+        entries.merge(others);
+        model.merge(expected);
+        CHECK(isLike(others, expected));
     }
     void insertRange() {
         const Model others = {{name, number}, {"one", 1}, {"two", 2}};
