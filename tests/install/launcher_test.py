@@ -273,6 +273,8 @@ class Failures(LauncherTest):
         os.mkdir(os.path.join(self.fast, "lock"))  # so that no file of that name can be made
         calls = self.launch()
         self.addCleanup(shutil.rmtree, self.local_data(calls[0]))
+        beside = os.listdir(self.local_data(calls[0]))
+        self.assertLessEqual({"includes.h", "entries.h", "lists.h"}, set(beside))
         self.assertEqual(len(self.header_calls(calls)), 1)
         self.assertRegex(calls[-1], r'-include "?C:\\.*\\Orvane\\\d+\\includes\.h"? ')
         self.assertEqual(sorted(os.listdir(self.fast)),

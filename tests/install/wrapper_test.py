@@ -407,6 +407,8 @@ class ReadOnly(WrapperTest):
         calls = self.run_wrapper()
         self.assertEqual(len(self.header_calls(calls)), 1)
         self.assertIn(f"-include {folder}/", calls[-1])
+        beside = os.listdir(calls[-1].split("-include ")[1].split("/includes.h")[0])
+        self.assertLessEqual({"includes.h", "entries.h", "lists.h"}, set(beside))
         self.assertEqual(sorted(os.listdir(self.fast)),
                          TEXTS)
         self.assertEqual(self.header_calls(self.run_wrapper()), [])

@@ -176,6 +176,9 @@ private:
     }
     void insertOwn() {
         if (model.empty()) return;
+        const size_t size = model.size() + random(3);
+        list.resize(size, list.back());
+        model.resize(size, std::string(model.back()));
         list.insert(list.begin(), list.back());
         model.insert(model.begin(), model.back());
     }
