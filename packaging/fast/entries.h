@@ -70,8 +70,10 @@ protected:
     };
 
     static value_type& entryOf(Link* node) { return *static_cast<Node*>(node)->_M_valptr(); }
+    // The tree comes first: when there is no memory for it, there is no node that would be lost.
     template <class... Arguments>
-    static Node* makeNode(Arguments&&... arguments) {
+    Node* makeNode(Arguments&&... arguments) const {
+        made();
         std::unique_ptr<Node> node(new Node);
         ::new (node->_M_valptr()) value_type(std::forward<Arguments>(arguments)...);
         return node.release();
@@ -103,6 +105,8 @@ private:
     Element& entryNamedOtherwise(const char* letters, size_type size);
     Link* search(const Name& name) const noexcept;
     Link* searchFew(const Name& name) const noexcept;
+    template <class IsTheOne>
+    Link* searchFrom(size_type hash, IsTheOne isTheOne) const noexcept;
     Link* searchTable(const Name& name) const noexcept;
     Link* searchTableShort(const Name& name) const noexcept;
     Link* searchTree(const std::string& key) const noexcept;
@@ -226,15 +230,19 @@ public:
     size_type max_size() const noexcept { return size_type(-1) / 2 / sizeof(typename Core::Node); }
 
     void clear() noexcept { Core::clear(); }
-    std::pair<iterator, bool> insert(const value_type& entry) { return emplace(entry); }
-    std::pair<iterator, bool> insert(value_type&& entry) { return emplace(std::move(entry)); }
+    std::pair<iterator, bool> insert(const value_type& entry) {
+        return try_emplace(entry.first, entry.second);
+    }
+    std::pair<iterator, bool> insert(value_type&& entry) {
+        return try_emplace(entry.first, std::move(entry.second));
+    }
     template <class Entry,
               class = std::enable_if_t<std::is_constructible<value_type, Entry&&>::value>>
     std::pair<iterator, bool> insert(Entry&& entry) {
         return emplace(std::forward<Entry>(entry));
     }
-    iterator insert(const_iterator, const value_type& entry) { return emplace(entry).first; }
-    iterator insert(const_iterator, value_type&& entry) { return emplace(std::move(entry)).first; }
+    iterator insert(const_iterator, const value_type& entry) { return insert(entry).first; }
+    iterator insert(const_iterator, value_type&& entry) { return insert(std::move(entry)).first; }
     template <class Entry,
               class = std::enable_if_t<std::is_constructible<value_type, Entry&&>::value>>
     iterator insert(const_iterator, Entry&& entry) {
@@ -242,14 +250,14 @@ public:
     }
     template <class Place, class = typename std::iterator_traits<Place>::iterator_category>
     void insert(Place first, Place last) {
-        for (; first != last; ++first) emplace(*first);
+        for (; first != last; ++first) insert(*first);
     }
     void insert(std::initializer_list<value_type> entries) {
         insert(entries.begin(), entries.end());
     }
     template <class... Arguments>
     std::pair<iterator, bool> emplace(Arguments&&... arguments) {
-        const auto done = Core::insert(Core::makeNode(std::forward<Arguments>(arguments)...));
+        const auto done = Core::insert(this->makeNode(std::forward<Arguments>(arguments)...));
         return {iterator(done.first), done.second};
     }
     template <class... Arguments>
@@ -614,22 +622,28 @@ EntriesCore<Element>::searchFew(const Name& name) const noexcept {
     return node == &own->header ? nullptr : node;
 }
 
+// The node in the table whose name is the one, looked for from the place of the hash on.
 template <class Element>
-Link* EntriesCore<Element>::searchTable(const Name& name) const noexcept {
-    for (size_type at = name.hash() >> own->shift;; ++at) {
+template <class IsTheOne>
+[[gnu::always_inline]] inline Link*
+EntriesCore<Element>::searchFrom(size_type hash, IsTheOne isTheOne) const noexcept {
+    for (size_type at = hash >> own->shift;; ++at) {
         Link* node = own->table[at & (own->slots - 1)];
-        if (!node || name.isThatOf(entryOf(node).first)) return node;
+        if (!node || isTheOne(entryOf(node).first)) return node;
     }
 }
 
-// The same without a call.
+template <class Element>
+Link* EntriesCore<Element>::searchTable(const Name& name) const noexcept {
+    return searchFrom(name.hash(), [&](const std::string& other) { return name.isThatOf(other); });
+}
+
+// Without a call.
 template <class Element>
 [[gnu::always_inline]] inline Link*
 EntriesCore<Element>::searchTableShort(const Name& name) const noexcept {
-    for (size_type at = name.hashShort() >> own->shift;; ++at) {
-        Link* node = own->table[at & (own->slots - 1)];
-        if (!node || name.startsAndEndsAs(entryOf(node).first)) return node;
-    }
+    return searchFrom(name.hashShort(),
+                      [&](const std::string& other) { return name.startsAndEndsAs(other); });
 }
 
 template <class Element>

@@ -107,6 +107,8 @@ public:
     }
     template <class Place, class = IfPlaces<Place>>
     List(Place from, Place to, const allocator_type& = {}) : List() {
+        if constexpr (std::is_base_of<std::forward_iterator_tag, IfPlaces<Place>>::value)
+            reserve(static_cast<size_type>(std::distance(from, to)));
         for (; from != to; ++from) emplace_back(*from);
     }
     List(std::initializer_list<Element> elements, const allocator_type& = {}) : List() {

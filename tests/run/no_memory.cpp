@@ -97,6 +97,13 @@ void testAll(const Value& original) {
         list.insert(list.begin() + 1, value);
     });
     testEachStep(original, [](Value& value) { value.mapVal.insert({"new", value}); });
+    testEachStep(original, [](Value& value) {
+        Value empty;
+        empty["a name of more than fifteen letters"] = 1;
+        std::map<std::string, Value> entries;
+        entries.emplace("another name of so many letters", value);
+        entries.insert(value.mapVal.begin(), value.mapVal.end());
+    });
     testEachStep(original, [](Value& value) { value.mapVal["a name that is not there yet"]; });
 }
 

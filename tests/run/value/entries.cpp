@@ -102,9 +102,13 @@ private:
         model[name] = number;
     }
     void insert() {
-        const auto done = entries.insert({name, Value(number)});
+        const char* const kept = "a text that is kept elsewhere";
+        Entries::value_type entry(name, Value(number));
+        entry.second.stringVal = kept;
+        const auto done = entries.insert(std::move(entry));
         const auto expected = model.insert({name, number});
         CHECK(done.second == expected.second && isEntry(*done.first, *expected.first));
+        if (!done.second) CHECK(entry.second.stringVal == kept);
         entries.emplace(name, Value(number));
         entries.emplace_hint(entries.begin(), name, Value(1));
     }

@@ -218,6 +218,7 @@ void testWaysToMakeOne() {
     CHECK(isLike(List(3, Value("x")), three));
     CHECK(isLike(List(three.begin(), three.end()), three));
     CHECK(isLike(List{"x", "x", "x"}, three));
+    CHECK(List(three.begin(), three.end()).capacity() == 3);
     CHECK(List(2)[1].isNull());
     List list = {1};
     list = {"x", "x", "x"};
