@@ -86,7 +86,7 @@ state() { # state FOLDER: name, size and time of all that the header in FOLDER i
     names=$1/names
     set -- "$0" "$compiler" "$tools/fast/includes.h" "$1/includes.h.gch"
     if [ -z "$symbols" ]; then
-        for file in runtime.cpp runtime.options memory.h entries.h lists.h value.h; do
+        for file in runtime.cpp runtime.options memory.h texts.h entries.h lists.h value.h; do
             set -- "$@" "$tools/fast/$file"
         done
         set -- "$@" "${names%/*}/runtime.o"

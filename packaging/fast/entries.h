@@ -358,10 +358,13 @@ private:
 #ifdef ORVANE_COMPILED_ONCE
 
 // A name that is searched: its first and its last eight letters as numbers, which are all of it up
-// to 16; of a shorter one than eight the first alone, with zeros behind the name.
+// to 16. Of a shorter one than eight both are the whole, with zeros behind its letters.
 struct Name {
     const char* letters;
     std::size_t size;
+    // Which bits of eight letters belong to the name, and how many letters are before the last.
+    unsigned long long mask;
+    std::size_t before;
     unsigned long long first, last;
 
     explicit Name(const std::string& text) noexcept;
@@ -371,36 +374,61 @@ struct Name {
     bool isThatOf(const std::string& text) const noexcept;
     std::size_t hash() const noexcept;
     std::size_t hashShort() const noexcept;
+
+private:
+    Name(const char* text, std::size_t length, std::size_t upToEight) noexcept;
 };
 
+// The bits of no letter, of one, and so on.
+constexpr unsigned long long masks[] = {0,           ~0ull >> 56, ~0ull >> 48,
+                                        ~0ull >> 40, ~0ull >> 32, ~0ull >> 24,
+                                        ~0ull >> 16, ~0ull >> 8,  ~0ull};
+
 template <class Number>
-[[gnu::always_inline]] inline Number numberAt(const char* letters) noexcept {
+[[gnu::always_inline]] inline unsigned long long numberAt(const char* letters) noexcept {
     Number number;
     __builtin_memcpy(&number, letters, sizeof(number));
     return number;
 }
 
+[[gnu::always_inline]] inline unsigned long long eightAt(const char* letters) noexcept {
+    return numberAt<unsigned long long>(letters);
+}
+
+// Where no more can be read than fewer than eight letters they are read from both ends, some twice.
+inline unsigned long long fewAt(const char* letters, std::size_t size) noexcept {
+    if (size >= 4) {
+        return numberAt<unsigned>(letters) | numberAt<unsigned>(letters + size - 4)
+                                                 << 8 * (size - 4);
+    }
+    if (size == 0) return 0;
+    const auto letter = [&](std::size_t at) {
+        return numberAt<unsigned char>(letters + at) << 8 * at;
+    };
+    return letter(0) | letter(size / 2) | letter(size - 1);
+}
+
+[[gnu::always_inline]] inline Name::Name(const char* text, std::size_t length,
+                                         std::size_t upToEight) noexcept
+    : letters(text), size(length), mask(masks[upToEight]), before(length - upToEight) {}
+
 // Eight bytes can be read of every text, however short it is.
-[[gnu::always_inline]] inline unsigned long long firstOf(const std::string& text) noexcept {
-    const auto first = numberAt<unsigned long long>(text.data());
-    return text.size() >= 8 ? first : first & ((1ull << 8 * text.size()) - 1);
-}
-
-[[gnu::always_inline]] inline unsigned long long lastOf(const char* text,
-                                                        std::size_t size) noexcept {
-    return size > 8 ? numberAt<unsigned long long>(text + size - 8) : 0;
-}
-
 [[gnu::always_inline]] inline Name::Name(const std::string& text) noexcept
-    : letters(text.data()), size(text.size()), first(firstOf(text)), last(lastOf(letters, size)) {}
+    : Name(text.data(), text.size(), text.size() < 8 ? text.size() : 8) {
+    first = eightAt(letters) & mask;
+    last = eightAt(letters + before) & mask;
+}
 
 inline Name::Name(const char* text, std::size_t length) noexcept
-    : letters(text), size(length), first(0), last(lastOf(text, length)) {
-    __builtin_memcpy(&first, text, size < 8 ? size : 8);
+    : Name(text, length, length < 8 ? length : 8) {
+    first = length < 8 ? fewAt(text, length) : eightAt(text);
+    last = length < 8 ? first : eightAt(text + before);
 }
 
 [[gnu::always_inline]] inline bool Name::startsAndEndsAs(const std::string& text) const noexcept {
-    return size == text.size() && first == firstOf(text) && last == lastOf(text.data(), size);
+    if (text.size() != size) return false;
+    const char* its = text.data();
+    return (((eightAt(its) ^ first) | (eightAt(its + before) ^ last)) & mask) == 0;
 }
 
 [[gnu::always_inline]] inline bool Name::isThatOf(const std::string& text) const noexcept {

@@ -72,6 +72,7 @@ protected:
 
 private:
     static Block* makeBlock(size_type capacity);
+    void appendToLonger(Element&& element);
     void moveTo(Block* block) noexcept;
     Element* openGap(size_type index, size_type count);
 };
@@ -299,16 +300,22 @@ void ListCore<Element>::append(const Element& element) {
     append(Element(element));
 }
 
+template <class Element>
+[[gnu::flatten]] void ListCore<Element>::append(Element&& element) {
+    if (length() == room()) return appendToLonger(std::move(element));
+    Element* place = first() + own->size++;
+    askForLater(place);
+    ::new (place) Element(std::move(element));
+}
+
 // The element may be one of the list, and stays what it is when there is no memory.
 template <class Element>
-void ListCore<Element>::append(Element&& element) {
+[[gnu::noinline]] void ListCore<Element>::appendToLonger(Element&& element) {
     const size_type place = length();
-    Block* block = own;
-    if (place == room()) block = makeBlock(std::max<size_type>(2 * place, 1));
-    askForLater(firstOf(block) + place);
+    Block* block = makeBlock(std::max<size_type>(2 * place, 1));
     ::new (firstOf(block) + place) Element(std::move(element));
     ++block->size;
-    if (block != own) moveTo(block);
+    moveTo(block);
 }
 
 template <class Element>

@@ -14,6 +14,7 @@
 #include "entries.h"
 #include "lists.h"
 #include "memory.h"
+#include "texts.h"
 
 using namespace std;
 #include "value.h"

@@ -62,8 +62,8 @@ std::wstring Installation::formatState(const std::wstring& folder) const {
     state += formatFileState(toolsFolder + L"\\fast\\includes.h") +
              formatFileState(folder + L"\\includes.h.gch");
     if (headerHasSymbols) return state;
-    for (const wchar_t* name :
-         {L"runtime.cpp", L"runtime.options", L"memory.h", L"entries.h", L"lists.h", L"value.h"})
+    for (const wchar_t* name : {L"runtime.cpp", L"runtime.options", L"memory.h", L"texts.h",
+                                L"entries.h", L"lists.h", L"value.h"})
         state += formatFileState(toolsFolder + L"\\fast\\" + name);
     return state + formatFileState(folder + L"\\runtime.o");
 }

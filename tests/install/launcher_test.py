@@ -19,7 +19,7 @@ PACKAGING = LAUNCHER = STAND_IN = PARENT = None
 
 # What an installation has in tools/fast.
 TEXTS = ["entries.h", "includes.h", "lists.h", "memory.h", "runtime.cpp", "runtime.options",
-         "value.h"]
+         "texts.h", "value.h"]
 
 LIBRARIES = ("-luser32 -lgdi32 -lkernel32 -lcomctl32 -lcomdlg32 -lshell32 -ladvapi32 "
              "-mwindows").split()

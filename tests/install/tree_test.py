@@ -50,8 +50,8 @@ class Tree(unittest.TestCase):
                      "tools/bin/g++.exe", "tools/bin/resource.o", "tools/include/commctrl.h",
                      "tools/include/dlgs.h", "tools/include/windows.h", "tools/fast/includes.h",
                      "tools/fast/runtime.cpp", "tools/fast/runtime.options",
-                     "tools/fast/memory.h", "tools/fast/entries.h", "tools/fast/lists.h",
-                     "tools/fast/value.h",
+                     "tools/fast/memory.h", "tools/fast/texts.h", "tools/fast/entries.h",
+                     "tools/fast/lists.h", "tools/fast/value.h",
                      "tools/orlib/README.txt", "tools/parameter/README.txt"):
             self.assertTrue(os.path.isfile(os.path.join(STAGE, name)), name)
 

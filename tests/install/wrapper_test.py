@@ -17,7 +17,7 @@ PACKAGING = None
 
 # What an installation has in tools/fast.
 TEXTS = ["entries.h", "includes.h", "lists.h", "memory.h", "runtime.cpp", "runtime.options",
-         "value.h"]
+         "texts.h", "value.h"]
 
 # Permissions mean nothing to root, so commands run as the user with no rights then.
 NOBODY = {"user": 65534, "group": 65534, "extra_groups": []} if os.geteuid() == 0 else {}

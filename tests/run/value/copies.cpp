@@ -65,8 +65,14 @@ void testNothingStaysBehind(const std::string& name) {
     }
 }
 
+// The letters of these texts are none of zero, so the first zero is the one behind them.
+bool endsWithZero(const std::string& text) {
+    return std::char_traits<char>::length(text.c_str()) == text.size();
+}
+
 bool isSame(const Value& left, const Value& right) {
-    return left.typeName == right.typeName && left.stringVal == right.stringVal &&
+    return endsWithZero(left.typeName) && endsWithZero(left.stringVal) &&
+           left.typeName == right.typeName && left.stringVal == right.stringVal &&
            left.toString() == right.toString() && left.arrayVal.size() == right.arrayVal.size() &&
            left.mapVal.size() == right.mapVal.size();
 }
@@ -81,17 +87,31 @@ void testCopyAndMove(const Value& original) {
     CHECK(isSame(assigned, original));
 }
 
+// Texts that have letters left from before behind their end, in the value or elsewhere.
+void testShortened(Value value, size_t size) {
+    value.typeName.resize(size);
+    value.stringVal.resize(size);
+    testCopyAndMove(value);
+    value.typeName.reserve(100);
+    value.stringVal.reserve(100);
+    testCopyAndMove(value);
+}
+
 // Texts of up to 15 letters lie in the value, longer ones elsewhere, like elements and entries.
 void testEachMemberAlone() {
     for (size_t size = 0; size < 40; ++size) {
         Value text = std::string("abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz", size);
         testCopyAndMove(text);
         Value object = Value::makeObject(text.stringVal);
+        // What stands behind the letters that a value itself has room for is no zero.
+        object.intVal = -1;
+        object.boolVal = true;
         testCopyAndMove(object);
         object.mapVal = {{"x", 3}};
         testCopyAndMove(object);
         object.stringVal = text.stringVal;
         testCopyAndMove(object);
+        testShortened(object, size / 2);
     }
     testCopyAndMove(std::vector<Value>{1, "two"});
     testCopyAndMove(std::map<std::string, Value>{{"x", 3}});

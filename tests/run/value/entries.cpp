@@ -281,9 +281,27 @@ void testCopiesThatChange() {
     CHECK(entries["7"] == "a text that is kept elsewhere");
 }
 
+#ifdef ORVANE_COMPILED_ONCE
+// A name is the same whether it is a text or letters behind which nothing can be read. Otherwise
+// entries that are asked for by a literal would be found in the end, but slowly.
+void testNamesOfLetters() {
+    const std::string all = "abcdefghijklmnopqrstuvwxyz";
+    for (size_t size = 0; size <= all.size(); ++size) {
+        const std::string text(all, all.size() - size);
+        const std::vector<char> letters(text.begin(), text.end());
+        const OrvaneValues::Name name(letters.data(), size), same(text);
+        CHECK(name.first == same.first && name.last == same.last && name.hash() == same.hash());
+        CHECK(name.isThatOf(text) && !name.isThatOf(text + "z"));
+    }
+}
+#endif
+
 } // namespace
 
 void testEntriesAsMap() {
+#ifdef ORVANE_COMPILED_ONCE
+    testNamesOfLetters();
+#endif
     testSteps(7, 5000);
     testSteps(60, 10000);
     testSteps(2800, 20000);
