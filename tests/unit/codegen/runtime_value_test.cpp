@@ -51,7 +51,7 @@ TEST(RuntimeValue, declaresTheMembersInTheOrderOfTheirPayloads) {
 }
 
 TEST(RuntimeValue, groupsConstructorsFactoriesPredicatesAccessorsAndOperators) {
-    expectInOrder(runtimeValueText(), {"Value() {}",
+    expectInOrder(runtimeValueText(), {"Value() : ",
                                        "Value(int ",
                                        "Value(long long ",
                                        "Value(double ",
