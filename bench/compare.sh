@@ -4,10 +4,10 @@
 #   bench/compare.sh BIN [LINES [ROUNDS]]
 #
 # BIN is the directory of a release build. Every compiler translates LINES lines (110,000 unless
-# told) of like functions, in turn, ROUNDS times (5), short ones ten times in each; the table gives
-# each one's best processor time and its ratio to ours. Only compilers that are installed take part.
-# Ours writes both C++ files and does not run g++; the others write an object file or, as ours does,
-# C or C++.
+# told) of like functions, in turn, ROUNDS times (5); the table gives each one's median and best
+# processor time, and the median and best of its ratios to ours, which runs just before it. Only
+# compilers that are installed take part. Ours writes both C++ files and does not run g++; the others
+# write an object file or, as ours does, C or C++.
 set -euo pipefail
 
 bin=$1
@@ -45,22 +45,21 @@ add fpc_unit fpc pascal big.pas
 add vala_c valac vala big.vala
 add nim_cpp nim nim big.nim
 
-declare -A best
-try() { # try NAME: runs it once
-    took=$(cpu_time "$1")
-    [ -n "${best[$1]:-}" ] && [ "${best[$1]}" -le "$took" ] || best[$1]=$took
-}
-# What else the machine does falls on the whole of a run of a tenth of a second, and on a part of one
-# of seconds: short runs get more tries.
 for ((round = 0; round < rounds; round++)); do
     for name in "${names[@]}"; do
-        try "$name"
-        [ "$took" -ge 500 ] || for ((again = 0; again < 9; again++)); do try "$name"; done
+        before=$(cpu_time ours)
+        took=$(cpu_time "$name")
+        echo "$name $took $before"
     done
-done
+done > "$work/times"
 
-printf '%-10s %10s %14s %8s\n' compiler ms lines/s ratio
+# A time of 0 ms counts as 1.
+printf '%-10s %10s %10s %14s %14s %14s\n' compiler 'median ms' 'best ms' lines/s 'median ratio' 'best ratio'
 for name in "${names[@]}"; do
-    awk -v name="$name" -v ms="${best[$name]}" -v ours="${best[ours]}" -v lines="$lines" 'BEGIN {
-        printf "%-10s %10d %14d %8.2f\n", name, ms, lines * 1000 / (ms ? ms : 1), ms / (ours ? ours : 1) }'
+    times=$(awk -v name="$name" '$1 == name { print $2 ? $2 : 1 }' "$work/times" | sort -n)
+    ratios=$(awk -v name="$name" '$1 == name { print $2 / ($3 ? $3 : 1) }' "$work/times" | sort -g)
+    middle=$(((rounds + 1) / 2))
+    median=$(sed -n "${middle}p" <<< "$times")
+    printf '%-10s %10d %10d %14d %14.2f %14.2f\n' "$name" "$median" "$(head -n 1 <<< "$times")" \
+        $((lines * 1000 / median)) "$(sed -n "${middle}p" <<< "$ratios")" "$(tail -n 1 <<< "$ratios")"
 done
