@@ -11,10 +11,16 @@ void TextStream::makeRoom(std::size_t bytes) {
     if (sink && length + bytes > limit) {
         sink->take(view());
         clear();
-        if (bytes > capacity) grow(bytes);
-    } else {
-        grow(std::max(length + bytes, std::min(capacity * 2, limit)));
     }
+    if (length + bytes > capacity) prepare(length + bytes);
+}
+
+// A large buffer is made ready step by step, as its end may never be reached.
+void TextStream::prepare(std::size_t bytes) {
+    if (bytes > allocated) grow(std::max(bytes, std::min(allocated * 2, limit)));
+    const std::size_t ready = std::min(allocated, std::max(bytes, capacity + fillingStep));
+    expectFilling(buffer.get() + capacity, ready - capacity);
+    capacity = ready;
 }
 
 // realloc moves a large text by changing page tables where the system can; nothing is copied, and
@@ -24,8 +30,7 @@ void TextStream::grow(std::size_t bytes) {
     if (!larger) throw std::bad_alloc();
     (void)buffer.release();
     buffer.reset(larger);
-    capacity = bytes;
-    expectFilling(larger, bytes);
+    allocated = bytes;
 }
 
 } // namespace Orvane

@@ -93,7 +93,7 @@ public:
 
     // Makes sure that so many bytes in all cause no further growth.
     void reserve(std::size_t bytes) {
-        if (bytes > capacity) grow(bytes);
+        if (bytes > capacity) prepare(bytes);
     }
 
     // Exchanges texts with the other stream, and where they are passed on to, without a copy.
@@ -101,6 +101,7 @@ public:
         std::swap(buffer, other.buffer);
         std::swap(length, other.length);
         std::swap(capacity, other.capacity);
+        std::swap(allocated, other.allocated);
         std::swap(sink, other.sink);
         std::swap(limit, other.limit);
     }
@@ -118,13 +119,15 @@ private:
     }
 
     void makeRoom(std::size_t bytes);
+    void prepare(std::size_t bytes);
     void grow(std::size_t bytes);
 
     static constexpr std::size_t longestNumber = 32;
 
     std::unique_ptr<char, Release> buffer;
-    std::size_t length = 0;   // bytes written
-    std::size_t capacity = 0; // bytes that the buffer has room for
+    std::size_t length = 0;    // bytes written
+    std::size_t capacity = 0;  // bytes of the buffer that are ready to be written
+    std::size_t allocated = 0; // bytes that the buffer has room for
     TextSink* sink = nullptr;
     std::size_t limit = std::numeric_limits<std::size_t>::max(); // bytes held at most for the sink
 };

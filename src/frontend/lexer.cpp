@@ -146,18 +146,29 @@ std::vector<Token> Lexer::tokenize() {
     while (guess > largestGuess) guess /= 2;
     std::vector<Token> tokens;
     tokens.reserve(guess);
-    expectFilling(tokens.data(), tokens.capacity() * sizeof(Token));
-    for (;;) {
+    std::size_t count = 0;
+    do {
+        const std::size_t room = std::min(tokens.capacity() - count, fillingStep / sizeof(Token));
+        expectFilling(tokens.data() + count, room * sizeof(Token));
+        count += std::max(room, std::size_t{1}); // without room the vector grows
+    } while (readTokens(tokens, count));
+    tokens.push_back(tokenFrom(next, TokenType::EndOfInput));
+    return tokens;
+}
+
+// Up to so many tokens in all; false at the end of the source. A token is written where it stays:
+// copying one that has just been written member by member would wait for all of them.
+bool Lexer::readTokens(std::vector<Token>& tokens, std::size_t count) {
+    while (tokens.size() < count) {
         skipWhitespace();
         if (atComment())
             skipComment();
         else if (peek() != '\0' || !atEnd())
-            tokens.push_back(readToken());
+            new (&tokens.emplace_back()) Token(readToken());
         else
-            break;
+            return false;
     }
-    tokens.push_back(tokenFrom(next, TokenType::EndOfInput));
-    return tokens;
+    return true;
 }
 
 Token Lexer::readToken() {

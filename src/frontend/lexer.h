@@ -49,6 +49,7 @@ private:
     void skipWhitespace();
     void skipComment();
     bool atComment() const;
+    bool readTokens(std::vector<Token>& tokens, std::size_t count);
     Token readToken();
     Token readIdentifier();
     Token readNumber();
