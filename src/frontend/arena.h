@@ -64,6 +64,35 @@ public:
         return {copy, source.size()};
     }
 
+    // Takes memory that nobody reads any more, for what comes next: it has its pages already, and
+    // the processor still has it at hand. Start and size are multiples of 8, and it must stay its
+    // owner's for as long as the arena lives. Pieces that follow one another make one; of others
+    // only the last is used.
+    void reuse(void* start, std::size_t bytes) {
+        std::byte* const piece = static_cast<std::byte*>(start);
+        if (piece == next + available) {
+            available += bytes;
+        } else if (piece == spare + spareBytes) {
+            spareBytes += bytes;
+        } else {
+            giveBack(spare, spareBytes);
+            spare = piece;
+            spareBytes = bytes;
+        }
+    }
+
+    // Takes an owner of such memory, and lets it go behind the last node.
+    template <class Owner>
+    void keep(Owner owner) {
+        kept.push_back(std::make_shared<Owner>(std::move(owner)));
+    }
+
+    // Says that hardly anything comes any more: what is left goes back to the system.
+    void giveBackRest() {
+        giveBack(next, available);
+        giveBack(spare, spareBytes);
+    }
+
     // Raw memory for as long as the arena lives, aligned for pointers and numbers.
     void* allocateBytes(std::size_t bytes) {
         const std::size_t rounded = (bytes + unit - 1) / unit * unit;
@@ -95,14 +124,25 @@ private:
     }
 
     // The first block is small, so that a tree of one page costs no more than a page; the largest
-    // bounds what the last one leaves unused. What is larger than a block gets one of its own.
+    // bounds what the last one leaves unused. What would take much of a block gets one of its own,
+    // and the rest of the current one stays in use.
     void* allocateInNewBlock(std::size_t bytes) {
-        const std::size_t size = std::max(bytes, nextBlockBytes);
-        nextBlockBytes = std::min(nextBlockBytes * 2, largestBlockBytes);
-        blocks.push_back(std::make_unique_for_overwrite<std::byte[]>(size));
-        expectFilling(blocks.back().get(), size);
-        next = blocks.back().get() + bytes;
-        available = size - bytes;
+        if (bytes <= spareBytes) {
+            next = std::exchange(spare, nullptr);
+            available = std::exchange(spareBytes, 0);
+        } else if (bytes > largestBlockBytes / 4) {
+            return newBlock(bytes);
+        } else {
+            available = std::max(bytes, nextBlockBytes);
+            nextBlockBytes = std::min(nextBlockBytes * 2, largestBlockBytes);
+            next = newBlock(available);
+            expectFilling(next, available);
+        }
+        return allocateBytes(bytes);
+    }
+
+    std::byte* newBlock(std::size_t bytes) {
+        blocks.push_back(std::make_unique_for_overwrite<std::byte[]>(bytes));
         return blocks.back().get();
     }
 
@@ -114,13 +154,16 @@ private:
 
     static constexpr std::size_t unit = 8;
     static constexpr std::size_t firstBlockBytes = 4096;
-    static constexpr std::size_t largestBlockBytes = std::size_t{1} << 24;
+    static constexpr std::size_t largestBlockBytes = fillingStep;
 
-    std::byte* next = nullptr; // the free rest of the last block
-    std::size_t available = 0; // and its size, a multiple of the unit
+    std::byte* next = nullptr;  // the free rest of the last block
+    std::size_t available = 0;  // and its size, a multiple of the unit
+    std::byte* spare = nullptr; // memory to go on in before a new block is made
+    std::size_t spareBytes = 0;
     std::size_t nextBlockBytes = firstBlockBytes;
     std::vector<std::unique_ptr<std::byte[]>> blocks;
     std::vector<Ending> endings;
+    std::vector<std::shared_ptr<void>> kept; // owners of memory that is reused
 };
 
 // A growing list inside an arena; it can only be made with one, never on the general heap. What it

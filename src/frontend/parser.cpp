@@ -24,6 +24,7 @@ std::unique_ptr<AST> Parser::parse() {
     place(ast->usings, topLevel.usings);
     place(ast->ables, topLevel.ables);
     place(ast->typeNames, topLevel.typeNames);
+    if (released > 0) keepMemoryOfTokens();
     return std::move(ast);
 }
 
@@ -34,13 +35,19 @@ void Parser::markOrRelease(const void* completed, std::size_t firstToken) {
         releaseReadTokens();
 }
 
-// The parser never goes back. So that the tokens and the tree of a large source need not both fit
-// at once, tokens far behind go back to the system.
+// The parser never goes back. The tokens of a large source take as much memory as its tree, which
+// therefore grows into that of the tokens far behind.
 void Parser::releaseReadTokens() {
     const std::size_t end = current - keptTokens;
-    giveBack(tokens.data() + released, (end - released) * sizeof(Token));
+    arena().reuse(tokens.data() + released, (end - released) * sizeof(Token));
     released = end;
     nextMark = current + releaseInterval;
+}
+
+// The tree has no tokens of its own, but stands where they stood.
+void Parser::keepMemoryOfTokens() {
+    arena().giveBackRest();
+    arena().keep(std::move(tokens));
 }
 
 void Parser::failExpected(TokenType expected, std::string_view message) const {

@@ -171,6 +171,7 @@ private:
     }
     void markOrRelease(const void* completed, std::size_t firstToken);
     void releaseReadTokens();
+    void keepMemoryOfTokens();
     template <class Records>
     void place(const Records& records, const Ranges& ranges) {
         for (std::size_t index = 0; index < ranges.size(); ++index)
@@ -273,12 +274,12 @@ private:
 
     static constexpr Token pastEnd{};
     static constexpr std::size_t keptTokens = 256; // just read; a parse function may look at them
-    static constexpr std::size_t releaseInterval = std::size_t{1} << 17; // tokens, three megabytes
+    static constexpr std::size_t releaseInterval = std::size_t{1} << 14; // tokens, 400 KB
 
     std::vector<Token> tokens; // ends with an end token; without one behind the given ones, with
                                // one of line 0 and column 0
     std::size_t current = 0;   // index of the next unread token, from 0; never behind the end token
-    std::size_t released = 0;  // tokens whose memory is given back
+    std::size_t released = 0;  // tokens whose memory the arena has
     std::size_t nextMark;      // mark() has nothing to do before this token
     Console& console;
     PositionTable* positions;

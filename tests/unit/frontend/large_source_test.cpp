@@ -70,6 +70,63 @@ TEST(LargeSource, TokensReadLongAgoDoNotCountForMessages) {
     }
 }
 
+// Every name of the sum, from the last one to the first.
+std::vector<const IdentifierExpr*> namesOf(const Expr* expr) {
+    std::vector<const IdentifierExpr*> names;
+    for (const auto* sum = nodeCast<BinaryExpr>(expr); sum; sum = nodeCast<BinaryExpr>(expr)) {
+        names.push_back(nodeCast<IdentifierExpr>(sum->right));
+        expr = sum->left.get();
+    }
+    names.push_back(nodeCast<IdentifierExpr>(expr));
+    return names;
+}
+
+// The tree outlives the parser, which owned the tokens.
+TEST(LargeSource, NodesStandWhereTokensStood) {
+    RecordingConsole console;
+    Lexer lexer("vorla Main { title = " + sumOfTerms() + "; }", console);
+    std::vector<Token> tokens = lexer.tokenize();
+    const Token* const first = tokens.data();
+    const Token* const end = first + tokens.size();
+    const auto program = Parser(std::move(tokens), console, nullptr, Parser::Texts::viewed).parse();
+    std::size_t inside = 0;
+    const std::vector<const IdentifierExpr*> names =
+        namesOf(program->window->properties[0].value.get());
+    ASSERT_EQ(names.size(), terms);
+    for (const IdentifierExpr* name : names) {
+        ASSERT_EQ(name->name, name == names.back() ? "first" : "n");
+        const void* const place = name;
+        if (place >= first && place < end) ++inside;
+    }
+    // A name and a sum take 56 bytes, their tokens 48.
+    EXPECT_GT(inside, terms * 3 / 4);
+}
+
+TEST(LargeSource, TokensAreMadeStepByStep) {
+    constexpr std::size_t count = 300'000; // seven megabytes; five times the expected density
+    RecordingConsole console;
+    Lexer lexer(std::string(count, ';'), console);
+    const std::vector<Token> tokens = lexer.tokenize();
+    ASSERT_EQ(tokens.size(), count + 1);
+    for (std::size_t index = 0; index < count; ++index) {
+        ASSERT_EQ(tokens[index].type, TokenType::Semicolon);
+        ASSERT_EQ(tokens[index].column, static_cast<int>(index) + 1);
+        ASSERT_EQ(tokens[index].text(), ";");
+    }
+    EXPECT_EQ(tokens.back().type, TokenType::EndOfInput);
+}
+
+TEST(LargeMemory, ExpectingChangesNothing) {
+    std::vector<int> numbers(1 << 20);
+    for (std::size_t index = 0; index < numbers.size(); ++index)
+        numbers[index] = static_cast<int>(index);
+    const std::vector<int> before = numbers;
+    expectFilling(numbers.data(), numbers.size() * sizeof(int));
+    expectFilling(numbers.data() + 1, numbers.size() / 2 * sizeof(int));
+    expectFilling(numbers.data(), 0);
+    EXPECT_EQ(numbers, before);
+}
+
 TEST(LargeMemory, MemoryThatWasGivenBackCanBeWrittenAgain) {
     std::vector<int> numbers(1 << 20, 7);
     giveBack(numbers.data(), numbers.size() / 2 * sizeof(int));

@@ -6,6 +6,8 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace Orvane {
 namespace {
@@ -124,6 +126,78 @@ TEST(Arena, TakesWhatIsLargerThanABlock) {
     const std::string_view behind = arena.text("behind");
     EXPECT_EQ(kept, large);
     EXPECT_EQ(behind, "behind");
+}
+
+constexpr std::size_t firstBlock = 4096; // bytes
+
+TEST(Arena, GoesOnInMemoryThatItMayReuse) {
+    std::vector<std::uint64_t> words(100);
+    const auto isInside = [&](const void* memory) {
+        return memory >= words.data() && memory < words.data() + words.size();
+    };
+    Arena arena;
+    EXPECT_FALSE(isInside(arena.allocateBytes(8)));
+    arena.reuse(words.data(), 400);
+    EXPECT_FALSE(isInside(arena.allocateBytes(firstBlock - 8))); // the block has room left
+    EXPECT_TRUE(isInside(arena.allocateBytes(8)));
+    arena.reuse(words.data() + 50, 400); // the piece behind the current one
+    EXPECT_TRUE(isInside(arena.text(std::string(300, 'x')).data()));
+    EXPECT_TRUE(isInside(arena.text(std::string(100, 'y')).data()));
+    EXPECT_FALSE(isInside(arena.text(std::string(400, 'z')).data()));
+}
+
+TEST(Arena, PiecesThatFollowOneAnotherMakeOne) {
+    std::vector<std::uint64_t> words(100);
+    Arena arena;
+    arena.allocateBytes(firstBlock);
+    arena.reuse(words.data(), 80);
+    arena.reuse(words.data() + 10, 720);
+    EXPECT_EQ(arena.allocateBytes(800), static_cast<void*>(words.data()));
+}
+
+TEST(Arena, GoesOnInTheLastOfSeveralPieces) {
+    std::vector<std::uint64_t> words(100);
+    Arena arena;
+    arena.allocateBytes(firstBlock);
+    arena.reuse(words.data(), 80);
+    arena.reuse(words.data() + 20, 80);
+    EXPECT_EQ(arena.allocateBytes(80), static_cast<void*>(words.data() + 20));
+}
+
+// What needs much memory at once does not end the use of a piece.
+TEST(Arena, ALargeTextLeavesTheRestOfItsPieceInUse) {
+    std::vector<std::uint64_t> words(100);
+    Arena arena;
+    arena.reuse(words.data(), 800);
+    EXPECT_EQ(arena.allocateBytes(8), static_cast<void*>(words.data()));
+    arena.allocateBytes(std::size_t{1} << 20);
+    EXPECT_EQ(arena.allocateBytes(8), static_cast<void*>(words.data() + 1));
+}
+
+// A node that stands in the memory of an owner ends before it.
+TEST(Arena, OwnersEndBehindTheNodes) {
+    struct Memory {
+        explicit Memory(int& ends_) : words(10), ends(&ends_) {}
+        Memory(Memory&& other) noexcept
+            : words(std::move(other.words)), ends(std::exchange(other.ends, nullptr)) {}
+        ~Memory() {
+            if (ends) {
+                EXPECT_EQ(*ends, 1);
+            }
+        }
+        std::vector<std::uint64_t> words;
+        int* ends;
+    };
+    int ends = 0;
+    {
+        Arena arena;
+        Memory memory(ends);
+        arena.reuse(memory.words.data(), 80);
+        const auto node = arena.make<Owning>(ends);
+        EXPECT_EQ(static_cast<void*>(node.get()), memory.words.data());
+        arena.keep(std::move(memory));
+    }
+    EXPECT_EQ(ends, 1);
 }
 
 TEST(Arena, DestroysLiteralsThatOwnTheirText) {
