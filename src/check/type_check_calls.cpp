@@ -333,9 +333,8 @@ ExprType TypeChecker::typeOfMemberCall(const CallExpr& call) {
     const auto* object = access ? nodeCast<IdentifierExpr>(access->left) : nullptr;
     std::string_view className;
     if (object) {
-        const auto entry = variableClasses.find(object->name);
-        if (entry != variableClasses.end())
-            className = CodeGeneratorCore::resolveType(entry->second, variableClasses);
+        if (const auto declared = variableClasses.find(object->name))
+            className = CodeGeneratorCore::resolveType(*declared, variableClasses);
     }
     const ClassDef* definition = object ? names.classOf(className) : nullptr;
     if (!definition || !ProgramNames::hasMethod(*definition, memberName(*access))) {
@@ -388,10 +387,9 @@ void TypeChecker::checkDroppedResult(const Expr* expr) {
     const BinaryExpr* access = call ? asMember(call->callee.get()) : nullptr;
     const auto* object = access ? nodeCast<IdentifierExpr>(access->left) : nullptr;
     if (!object) return;
-    const auto entry = variableClasses.find(object->name);
-    if (entry == variableClasses.end()) return;
-    const std::string_view className =
-        CodeGeneratorCore::resolveType(entry->second, variableClasses);
+    const auto declared = variableClasses.find(object->name);
+    if (!declared) return;
+    const std::string_view className = CodeGeneratorCore::resolveType(*declared, variableClasses);
     const auto methods = names.methodsOf(className, memberName(*access));
     const bool allChange = !methods.empty() && std::all_of(methods.begin(), methods.end(),
                                                            [](const UserFunction& method) {

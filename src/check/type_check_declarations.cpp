@@ -196,8 +196,8 @@ void TypeChecker::checkFunction(const FuncDef& function, BodyKind kind) {
     scopes.open();
     checkParameters(function, false);
     for (const Parameter& parameter : function.params)
-        variableClasses.insert_or_assign(parameter.name,
-                                         parameter.typeName.empty() ? "value" : parameter.typeName);
+        variableClasses.set(parameter.name,
+                            parameter.typeName.empty() ? "value" : parameter.typeName);
     checkBody(function.body);
     scopes.close();
     checkMissingReturn(function, entry->result);

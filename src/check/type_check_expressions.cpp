@@ -267,10 +267,10 @@ ExprType TypeChecker::typeOfMember(const BinaryExpr& access, ExprType object) {
     if (object.type == ValueType::dynamic) {
         if (member == "text") checkTextRead(access);
         const auto* name = nodeCast<IdentifierExpr>(access.left);
-        const auto declared = name ? variableClasses.find(name->name) : variableClasses.end();
-        if (declared != variableClasses.end()) {
+        const auto declared = name ? variableClasses.find(name->name) : std::nullopt;
+        if (declared) {
             const std::string_view className =
-                CodeGeneratorCore::resolveType(declared->second, variableClasses);
+                CodeGeneratorCore::resolveType(*declared, variableClasses);
             const ClassDef* definition = names.classOf(className);
             if (definition && !ProgramNames::hasField(*definition, member))
                 fieldUses.push_back({className, member, placeOf(access.right.get())});

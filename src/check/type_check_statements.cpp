@@ -138,7 +138,7 @@ void TypeChecker::checkVarDecl(const VarDeclStmt& stmt) {
     useType(stmt.typeName, &stmt, false);
     declareLocal(stmt.name, declared, &stmt);
     checkFirstValue(stmt, declared);
-    if (declared == ValueType::dynamic) variableClasses.insert_or_assign(stmt.name, stmt.typeName);
+    if (declared == ValueType::dynamic) variableClasses.set(stmt.name, stmt.typeName);
 }
 
 void TypeChecker::checkFirstValue(const VarDeclStmt& stmt, ValueType declared) {
@@ -223,9 +223,8 @@ void TypeChecker::checkFor(const ForStmt& stmt) {
     std::optional<std::string_view> hidden;
     if (isClass) {
         useType(stmt.varType, &stmt, false);
-        const auto entry = variableClasses.find(stmt.varName);
-        if (entry != variableClasses.end()) hidden = entry->second;
-        variableClasses.insert_or_assign(stmt.varName, stmt.varType);
+        hidden = variableClasses.find(stmt.varName);
+        variableClasses.set(stmt.varName, stmt.varType);
     }
     scopes.open();
     for (const std::string_view name : {"_it", "_arr", "_k", "_e"})
@@ -238,7 +237,7 @@ void TypeChecker::checkFor(const ForStmt& stmt) {
     scopes.close();
     if (!isClass) return;
     if (hidden)
-        variableClasses.insert_or_assign(stmt.varName, *hidden);
+        variableClasses.set(stmt.varName, *hidden);
     else
         variableClasses.erase(stmt.varName);
 }

@@ -11,7 +11,7 @@ TypeChecker::TypeChecker(const ParsedSource& source_, const LibraryFunctions& li
 // behind the one that declares it.
 void TypeChecker::run() {
     for (const Using& entry : program.usings)
-        if (entry.isAlias) variableClasses.insert_or_assign(entry.key, entry.value);
+        if (entry.isAlias) variableClasses.set(entry.key, entry.value);
     checkImports();
     checkControls();
     checkClasses();

@@ -67,11 +67,11 @@ NameSet collectCalledNames(const AST& program) {
 void collectFunctionNames(const AST& program, NameTable& names) {
     const auto addScript = [&](const Script* script) {
         if (!script) return;
-        for (const auto& function : script->functions) names.emplace(function->name);
+        for (const auto& function : script->functions) names.insert(function->name);
     };
     addScript(program.script.get());
     if (program.window) addScript(program.window->script.get());
-    for (const auto& function : program.functions) names.emplace(function->name);
+    for (const auto& function : program.functions) names.insert(function->name);
 }
 
 } // namespace
@@ -123,7 +123,7 @@ void CodeGenerator::startRun(const AST& program, bool debugMode_) {
     debugMode = debugMode_;
     collectFunctionNames(program, userFunctions);
     for (const Using& entry : program.usings)
-        if (entry.isAlias) variableClasses.insert_or_assign(entry.key, entry.value);
+        if (entry.isAlias) variableClasses.set(entry.key, entry.value);
 }
 
 // Free functions may call each other in any order and may be called by class methods.
@@ -166,8 +166,8 @@ void CodeGenerator::generateFunction(const FuncDef& function) {
     {
         const IndentScope body(indentLevel);
         for (const Parameter& parameter : function.params)
-            variableClasses.insert_or_assign(
-                parameter.name, parameter.typeName.empty() ? "value" : parameter.typeName);
+            variableClasses.set(parameter.name,
+                                parameter.typeName.empty() ? "value" : parameter.typeName);
         generateBody(function.body);
     }
     addLine("}");

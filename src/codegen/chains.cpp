@@ -209,9 +209,8 @@ void CodeGeneratorCore::genCall(const CallExpr& call) {
 // The class that a variable was declared with, aliases followed; empty for other names.
 std::string_view CodeGeneratorCore::declaredClass(std::string_view variable) const {
     if (!varClasses) return {};
-    const auto entry = varClasses->find(variable);
-    return entry == varClasses->end() ? std::string_view()
-                                      : resolveType(entry->second, *varClasses);
+    const std::optional<std::string_view> declared = varClasses->find(variable);
+    return declared ? resolveType(*declared, *varClasses) : std::string_view();
 }
 
 // CLASS__METHOD(OBJECT, ARGS)

@@ -12,6 +12,7 @@
 #pragma once
 
 #include "codegen/generation_observer.h"
+#include "codegen/name_map.h"
 #include "codegen/text_stream.h"
 #include "frontend/syntax_tree.h"
 
@@ -19,8 +20,6 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -28,11 +27,6 @@ namespace Orvane {
 
 // Names in byte order, found by string_view without a copy.
 using NameSet = std::set<std::string, std::less<>>;
-
-// Names that are only looked up, and names of which each stands for another one. They view the
-// texts that they were made of, most often the tree's.
-using NameTable = std::unordered_set<std::string_view>;
-using NameMap = std::unordered_map<std::string_view, std::string_view>;
 
 class CodeGeneratorCore {
 public:

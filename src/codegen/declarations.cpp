@@ -59,17 +59,14 @@ const LoopType& findLoopType(std::string_view name) {
 class NameBinding {
 public:
     NameBinding(NameMap& map_, std::string_view name_, std::string_view target)
-        : map(map_), name(name_) {
-        const auto [entry, isNew] = map.try_emplace(name, target);
-        if (isNew) return;
-        hidden = entry->second;
-        entry->second = target;
+        : map(map_), name(name_), hidden(map_.find(name_)) {
+        map.set(name, target);
     }
     NameBinding(const NameBinding&) = delete;
     NameBinding& operator=(const NameBinding&) = delete;
     ~NameBinding() {
         if (hidden)
-            map.insert_or_assign(name, *hidden);
+            map.set(name, *hidden);
         else
             map.erase(name);
     }
@@ -86,10 +83,10 @@ private:
 
 std::string_view CodeGeneratorCore::resolveType(std::string_view name, const NameMap& typeMap) {
     std::set<std::string_view> seen;
-    auto entry = typeMap.find(name);
-    while (entry != typeMap.end() && entry->second != name && seen.insert(name).second) {
-        name = entry->second;
-        entry = typeMap.find(name);
+    std::optional<std::string_view> target = typeMap.find(name);
+    while (target && *target != name && seen.insert(name).second) {
+        name = *target;
+        target = typeMap.find(name);
     }
     return name;
 }
@@ -120,8 +117,7 @@ void CodeGeneratorCore::genVarDecl(const VarDeclStmt& stmt) {
     write(";\n");
 
     // Under the declared name, so that method calls find the class.
-    if (type.cppType == "Value" && varClasses)
-        varClasses->insert_or_assign(stmt.name, stmt.typeName);
+    if (type.cppType == "Value" && varClasses) varClasses->set(stmt.name, stmt.typeName);
 }
 
 // A value that is no array is visited as an empty one.

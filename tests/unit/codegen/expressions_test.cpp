@@ -330,7 +330,7 @@ TEST_F(Expressions, PrintWritesItsFirstArgument) {
 
 TEST_F(Expressions, MethodCallsPassTheInstanceFirst) {
     addClass("Shape", {"area"});
-    variables["obj"] = "Shape";
+    variables.set("obj", "Shape");
     EXPECT_EQ(written(tree.callOf(tree.member(tree.name("obj"), "area"), tree.number(1))),
               "Shape__area(obj, 1)");
     EXPECT_EQ(written(tree.callOf(tree.member(tree.name("obj"), "area"))), "Shape__area(obj)");
@@ -349,27 +349,27 @@ TEST_F(Expressions, AliasOfAClassCallsItsMethods) {
 
 TEST_F(Expressions, CallOfAnUnknownMethodIsAComment) {
     addClass("Shape", {"draw"});
-    variables["obj"] = "Shape";
+    variables.set("obj", "Shape");
     EXPECT_EQ(written(tree.callOf(tree.member(tree.name("obj"), "area"), tree.number(1))),
               "/* class call Shape.area */ Value()");
 }
 
 TEST_F(Expressions, FieldsAreNoMethods) {
     addClass("Shape", {}, {"area"});
-    variables["obj"] = "Shape";
+    variables.set("obj", "Shape");
     EXPECT_EQ(written(tree.callOf(tree.member(tree.name("obj"), "area"))),
               "/* class call Shape.area */ Value()");
 }
 
 TEST_F(Expressions, CallOfAnUnknownClassIsAComment) {
-    variables["obj"] = "Ghost";
+    variables.set("obj", "Ghost");
     EXPECT_EQ(written(tree.callOf(tree.member(tree.name("obj"), "area"))),
               "/* class call Ghost.area */ Value()");
 }
 
 TEST_F(Expressions, CallOnAnUndeclaredVariableIsAComment) {
     addClass("Shape", {"area"});
-    variables["other"] = "Shape";
+    variables.set("other", "Shape");
     EXPECT_EQ(written(tree.callOf(tree.member(tree.name("obj"), "area"))),
               "/* class call .area */ Value()");
 }
@@ -378,13 +378,13 @@ TEST_F(Expressions, CallOnAVariableNamedLikeAClassNeedsADeclaration) {
     addClass("Shape", {"area"});
     EXPECT_EQ(written(tree.callOf(tree.member(tree.name("Shape"), "area"))),
               "/* class call .area */ Value()");
-    variables["Shape"] = "Shape";
+    variables.set("Shape", "Shape");
     EXPECT_EQ(written(tree.callOf(tree.member(tree.name("Shape"), "area"))), "Shape__area(Shape)");
 }
 
 TEST_F(Expressions, MethodCallsWithoutTablesAreComments) {
     addClass("Shape", {"area"});
-    variables["obj"] = "Shape";
+    variables.set("obj", "Shape");
     auto call = tree.callOf(tree.member(tree.name("obj"), "area"), tree.number(1));
     core.setTables(&classes, nullptr, nullptr);
     EXPECT_EQ(written(call), "/* class call .area */ Value()");
@@ -399,7 +399,7 @@ TEST_F(Expressions, MethodCallsWithoutTablesAreComments) {
 
 TEST_F(Expressions, CallOnWhatIsNoVariableIsAComment) {
     addClass("Shape", {"go"});
-    variables["a"] = "Shape";
+    variables.set("a", "Shape");
     EXPECT_EQ(written(tree.callOf(tree.member(tree.member(tree.name("a"), "b"), "go"))),
               "/* class call .go */ Value()");
     EXPECT_EQ(written(tree.callOf(tree.member(tree.call("a"), "go"), tree.number(1))),
@@ -418,7 +418,7 @@ TEST_F(Expressions, CallOfWhatIsNoMemberIsAComment) {
 
 TEST_F(Expressions, CallOfAMemberThatIsNoNameIsAComment) {
     addClass("Shape", {"area"});
-    variables["obj"] = "Shape";
+    variables.set("obj", "Shape");
     EXPECT_EQ(written(tree.callOf(tree.binary(tree.name("obj"), ".", tree.number(1)))),
               "/* class call Shape. */ Value()");
     EXPECT_EQ(written(tree.callOf(
@@ -428,7 +428,7 @@ TEST_F(Expressions, CallOfAMemberThatIsNoNameIsAComment) {
 
 TEST_F(Expressions, MethodNamedAllIsAnOrdinaryMethod) {
     addClass("Bag", {"all"});
-    variables["bag"] = "Bag";
+    variables.set("bag", "Bag");
     EXPECT_EQ(written(tree.callOf(tree.member(tree.name("bag"), "all"))), "Bag__all(bag)");
 }
 

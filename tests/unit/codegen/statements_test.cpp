@@ -130,8 +130,8 @@ TEST_F(Statements, AliasesOfTypesAreResolved) {
     variables = {{"Count", "Number"}, {"Number", "int"}, {"Figure", "Shape"}};
     EXPECT_EQ(written(tree.declare("Count", "n", tree.number(1))), "int n = \nValue(1).asInt();\n");
     EXPECT_EQ(written(tree.declare("Figure", "f", tree.name("x"))), "Value f = \nx;\n");
-    EXPECT_EQ(variables.find("n"), variables.end());
-    EXPECT_EQ(variables["f"], "Figure");
+    EXPECT_EQ(variables.find("n"), std::nullopt);
+    EXPECT_EQ(variables.find("f"), "Figure");
 }
 
 TEST_F(Statements, DeclarationsWithoutATableOfVariables) {
