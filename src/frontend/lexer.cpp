@@ -146,27 +146,29 @@ std::vector<Token> Lexer::tokenize() {
     while (guess > largestGuess) guess /= 2;
     std::vector<Token> tokens;
     tokens.reserve(guess);
-    std::size_t count = 0;
+    std::size_t room = 0;
     do {
-        const std::size_t room = std::min(tokens.capacity() - count, fillingStep / sizeof(Token));
-        expectFilling(tokens.data() + count, room * sizeof(Token));
-        count += std::max(room, std::size_t{1}); // without room the vector grows
-    } while (readTokens(tokens, count));
+        room = std::min(tokens.capacity() - tokens.size(), fillingStep / sizeof(Token));
+        expectFilling(tokens.data() + tokens.size(), room * sizeof(Token));
+        room = std::max(room, std::size_t{1}); // without room the vector grows
+    } while (readTokens(tokens, room));
     tokens.push_back(tokenFrom(next, TokenType::EndOfInput));
     return tokens;
 }
 
-// Up to so many tokens in all; false at the end of the source. A token is written where it stays:
+// So many more tokens; false when the source ends before. A token is written where it stays:
 // copying one that has just been written member by member would wait for all of them.
 bool Lexer::readTokens(std::vector<Token>& tokens, std::size_t count) {
-    while (tokens.size() < count) {
+    while (count > 0) {
         skipWhitespace();
-        if (atComment())
+        if (atComment()) {
             skipComment();
-        else if (peek() != '\0' || !atEnd())
+        } else if (peek() != '\0' || !atEnd()) {
             new (&tokens.emplace_back()) Token(readToken());
-        else
+            --count;
+        } else {
             return false;
+        }
     }
     return true;
 }
