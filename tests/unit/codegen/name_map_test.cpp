@@ -120,6 +120,20 @@ TEST(NameMap, DoesWhatAStandardMapDoes) {
     }
 }
 
+// Among so many names some have the same hash.
+TEST(NameMap, TellsAllNamesApart) {
+    constexpr std::size_t count = 300'000;
+    std::vector<std::string> names;
+    NameMap map;
+    names.reserve(count);
+    for (std::size_t number = 0; number < count; ++number) {
+        names.push_back("name" + std::to_string(number));
+        map.set(names.back(), names.back());
+    }
+    EXPECT_EQ(map.size(), count);
+    for (const std::string& name : names) ASSERT_EQ(map.find(name), name);
+}
+
 TEST(NameTable, KnowsWhatWasInserted) {
     NameTable table;
     table.insert("draw");

@@ -82,6 +82,33 @@ TEST(TextStream, SwapExchangesTheTexts) {
     EXPECT_EQ(second.view(), "other");
 }
 
+TEST(TextStream, SwapExchangesTheRoomToo) {
+    const std::string large(3 << 20, 'x');
+    TextStream first;
+    TextStream second;
+    first.reserve(4 << 20);
+    first << "begin ";
+    second << "other ";
+    first.swap(second);
+    first << large;
+    second << large;
+    EXPECT_EQ(first.view(), "other " + large);
+    EXPECT_EQ(second.view(), "begin " + large);
+}
+
+// A large text is made room for in steps of a megabyte, and in pieces that fit no step.
+TEST(TextStream, KeepsALargeTextWhole) {
+    constexpr std::size_t pieces = 700'000;
+    TextStream out;
+    std::string expected;
+    for (std::size_t piece = 0; piece < pieces; ++piece) {
+        out << "piece " << piece << ';';
+        expected += "piece " + std::to_string(piece) + ';';
+    }
+    out << expected;
+    EXPECT_TRUE(out.view() == expected + expected);
+}
+
 TEST(TextStream, ReservedRoomIsNoText) {
     TextStream out;
     out.reserve(1 << 20);
