@@ -164,6 +164,16 @@ TEST(Arena, GoesOnInTheLastOfSeveralPieces) {
     EXPECT_EQ(arena.allocateBytes(80), static_cast<void*>(words.data() + 20));
 }
 
+// A piece waits for what fits into it.
+TEST(Arena, APieceIsKeptWhileWhatComesIsLarger) {
+    std::vector<std::uint64_t> words(100);
+    Arena arena;
+    arena.allocateBytes(firstBlock);
+    arena.reuse(words.data(), 800);
+    arena.allocateBytes(2 * firstBlock); // fills the next block
+    EXPECT_EQ(arena.allocateBytes(800), static_cast<void*>(words.data()));
+}
+
 // What needs much memory at once does not end the use of a piece.
 TEST(Arena, ALargeTextLeavesTheRestOfItsPieceInUse) {
     std::vector<std::uint64_t> words(100);
