@@ -30,8 +30,7 @@
 //   nomessagebox         fails when a message box is open
 //   answer BUTTON [TEXT] waits for a dialog, puts TEXT into its field, closes it with the button ID
 //   fill ID TEXT         waits for a dialog with the field ID, at whatever depth, and puts TEXT in;
-//   of a
-//                        combo box it chooses the line TEXT
+//                        of a combo box it chooses the line TEXT
 //   push BUTTON          waits for a dialog, prints its title, closes it with the button ID
 //   popup                waits for a menu that has opened
 //   hold CODE...         holds keys, such as Ctrl (17), down, until the next of these lines
