@@ -331,11 +331,9 @@ void TypeChecker::reportArgument(const CallExpr& call, std::string_view shown,
 ExprType TypeChecker::typeOfMemberCall(const CallExpr& call) {
     const BinaryExpr* access = asMember(call.callee.get());
     const auto* object = access ? nodeCast<IdentifierExpr>(access->left) : nullptr;
-    std::string_view className;
-    if (object) {
-        if (const auto declared = variableClasses.find(object->name))
-            className = CodeGeneratorCore::resolveType(*declared, variableClasses);
-    }
+    const std::string_view className =
+        object ? CodeGeneratorCore::declaredClass(object->name, variableClasses)
+               : std::string_view();
     const ClassDef* definition = object ? names.classOf(className) : nullptr;
     if (!definition || !ProgramNames::hasMethod(*definition, memberName(*access))) {
         reportUnknownMethod(call, access, className);
@@ -387,9 +385,8 @@ void TypeChecker::checkDroppedResult(const Expr* expr) {
     const BinaryExpr* access = call ? asMember(call->callee.get()) : nullptr;
     const auto* object = access ? nodeCast<IdentifierExpr>(access->left) : nullptr;
     if (!object) return;
-    const auto declared = variableClasses.find(object->name);
-    if (!declared) return;
-    const std::string_view className = CodeGeneratorCore::resolveType(*declared, variableClasses);
+    const std::string_view className =
+        CodeGeneratorCore::declaredClass(object->name, variableClasses);
     const auto methods = names.methodsOf(className, memberName(*access));
     const bool allChange = !methods.empty() && std::all_of(methods.begin(), methods.end(),
                                                            [](const UserFunction& method) {

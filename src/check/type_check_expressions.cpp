@@ -267,10 +267,9 @@ ExprType TypeChecker::typeOfMember(const BinaryExpr& access, ExprType object) {
     if (object.type == ValueType::dynamic) {
         if (member == "text") checkTextRead(access);
         const auto* name = nodeCast<IdentifierExpr>(access.left);
-        const auto declared = name ? variableClasses.find(name->name) : std::nullopt;
-        if (declared) {
+        if (name) {
             const std::string_view className =
-                CodeGeneratorCore::resolveType(*declared, variableClasses);
+                CodeGeneratorCore::declaredClass(name->name, variableClasses);
             const ClassDef* definition = names.classOf(className);
             if (definition && !ProgramNames::hasField(*definition, member))
                 fieldUses.push_back({className, member, placeOf(access.right.get())});

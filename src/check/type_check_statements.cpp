@@ -220,11 +220,10 @@ void TypeChecker::checkFor(const ForStmt& stmt) {
     checkLoopType(stmt);
     const bool isClass =
         !isDynamicLoopType(stmt.varType) && loopVariableType(stmt.varType) == ValueType::dynamic;
-    std::optional<std::string_view> hidden;
+    std::optional<NameBinding> binding;
     if (isClass) {
         useType(stmt.varType, &stmt, false);
-        hidden = variableClasses.find(stmt.varName);
-        variableClasses.set(stmt.varName, stmt.varType);
+        binding.emplace(variableClasses, stmt.varName, stmt.varType);
     }
     scopes.open();
     for (const std::string_view name : {"_it", "_arr", "_k", "_e"})
@@ -235,11 +234,6 @@ void TypeChecker::checkFor(const ForStmt& stmt) {
     checkBody(stmt.body);
     --body.loops;
     scopes.close();
-    if (!isClass) return;
-    if (hidden)
-        variableClasses.set(stmt.varName, *hidden);
-    else
-        variableClasses.erase(stmt.varName);
 }
 
 // int and double take their elements as doubles.

@@ -206,13 +206,6 @@ void CodeGeneratorCore::genCall(const CallExpr& call) {
     }
 }
 
-// The class that a variable was declared with, aliases followed; empty for other names.
-std::string_view CodeGeneratorCore::declaredClass(std::string_view variable) const {
-    if (!varClasses) return {};
-    const std::optional<std::string_view> declared = varClasses->find(variable);
-    return declared ? resolveType(*declared, *varClasses) : std::string_view();
-}
-
 // CLASS__METHOD(OBJECT, ARGS)
 // The class is known only of variables that are declared with one. A call that cannot be settled
 // is replaced by an empty value, with what is known of it in a comment:
@@ -222,7 +215,8 @@ void CodeGeneratorCore::genMemberCall(const CallExpr& call) {
     const auto* object = access ? nodeCast<IdentifierExpr>(access->left) : nullptr;
     const std::string_view method = access ? memberName(*access) : std::string_view{};
 
-    const std::string_view className = object ? declaredClass(object->name) : std::string_view();
+    const std::string_view className =
+        object && varClasses ? declaredClass(object->name, *varClasses) : std::string_view();
     const ClassInfo* info = object ? findClass(className) : nullptr;
     if (!info || !info->methods.contains(method)) {
         write("/* class call ", className, ".", method, " */ Value()");

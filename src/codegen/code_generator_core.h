@@ -78,6 +78,9 @@ public:
 
     // Follows the map from a name until it ends; stops where a name comes up a second time.
     static std::string_view resolveType(std::string_view name, const NameMap& typeMap);
+
+    // The class that a variable was declared with, aliases followed; empty for other names.
+    static std::string_view declaredClass(std::string_view variable, const NameMap& typeMap);
     // The C++ type for a declared type: int, double, std::string, bool, or Value for all others.
     static std::string_view generateVarDeclType(std::string_view name, const NameMap& typeMap);
 
@@ -224,7 +227,6 @@ private:
     void genBroadcastAssignment(const BinaryExpr& binary);
     void genBroadcastCall(const CallExpr& call);
     void genMemberCall(const CallExpr& call);
-    std::string_view declaredClass(std::string_view variable) const;
 
     // ---- Type and existence tests (expressions.cpp) ----
     void genIsClass(const IsExpr& test);

@@ -54,29 +54,6 @@ const LoopType& findLoopType(std::string_view name) {
     return classLoopType;
 }
 
-// Binds a name in a map while it lives and puts back what the map held under that name alone:
-// names that were declared meanwhile stay.
-class NameBinding {
-public:
-    NameBinding(NameMap& map_, std::string_view name_, std::string_view target)
-        : map(map_), name(name_), hidden(map_.find(name_)) {
-        map.set(name, target);
-    }
-    NameBinding(const NameBinding&) = delete;
-    NameBinding& operator=(const NameBinding&) = delete;
-    ~NameBinding() {
-        if (hidden)
-            map.set(name, *hidden);
-        else
-            map.erase(name);
-    }
-
-private:
-    NameMap& map;
-    std::string_view name;
-    std::optional<std::string_view> hidden;
-};
-
 } // namespace
 
 // ---- Types ----
@@ -89,6 +66,12 @@ std::string_view CodeGeneratorCore::resolveType(std::string_view name, const Nam
         target = typeMap.find(name);
     }
     return name;
+}
+
+std::string_view CodeGeneratorCore::declaredClass(std::string_view variable,
+                                                  const NameMap& typeMap) {
+    const std::optional<std::string_view> declared = typeMap.find(variable);
+    return declared ? resolveType(*declared, typeMap) : std::string_view();
 }
 
 std::string_view CodeGeneratorCore::generateVarDeclType(std::string_view name,

@@ -8,6 +8,7 @@
 //     types.set("n", "Count");
 //     types.find("n");       // "Count"
 //     types.find("other");   // std::nullopt
+//     NameBinding loop(types, "n", "double"); // until it ends
 #pragma once
 
 #include <cstddef>
@@ -61,6 +62,29 @@ private:
     std::vector<Entry> entries;
     std::vector<Slot> slots; // a power of two, at least twice as many as entries; or none
     std::size_t count = 0;   // entries that are there
+};
+
+// Binds a name in a map while it lives and puts back what the map held under that name alone:
+// names that were declared meanwhile stay.
+class NameBinding {
+public:
+    NameBinding(NameMap& map_, std::string_view name_, std::string_view target)
+        : map(map_), name(name_), hidden(map_.find(name_)) {
+        map.set(name, target);
+    }
+    NameBinding(const NameBinding&) = delete;
+    NameBinding& operator=(const NameBinding&) = delete;
+    ~NameBinding() {
+        if (hidden)
+            map.set(name, *hidden);
+        else
+            map.erase(name);
+    }
+
+private:
+    NameMap& map;
+    std::string_view name;
+    std::optional<std::string_view> hidden;
 };
 
 class NameTable {

@@ -134,6 +134,26 @@ TEST(NameMap, TellsAllNamesApart) {
     for (const std::string& name : names) ASSERT_EQ(map.find(name), name);
 }
 
+TEST(NameBinding, EndsWithoutANameThatWasNotThere) {
+    NameMap map = {{"n", "int"}};
+    {
+        const NameBinding binding(map, "shape", "Circle");
+        EXPECT_EQ(map.find("shape"), "Circle");
+        map.set("other", "value");
+    }
+    EXPECT_EQ(map, (NameMap{{"n", "int"}, {"other", "value"}}));
+}
+
+TEST(NameBinding, PutsBackWhatTheNameStoodFor) {
+    NameMap map = {{"shape", "Square"}};
+    {
+        const NameBinding binding(map, "shape", "Circle");
+        EXPECT_EQ(map.find("shape"), "Circle");
+        map.set("shape", "value");
+    }
+    EXPECT_EQ(map, (NameMap{{"shape", "Square"}}));
+}
+
 TEST(NameTable, KnowsWhatWasInserted) {
     NameTable table;
     table.insert("draw");
