@@ -91,11 +91,6 @@ public:
         limit = limit_;
     }
 
-    // Makes sure that so many bytes in all cause no further growth.
-    void reserve(std::size_t bytes) {
-        if (bytes > capacity) prepare(bytes);
-    }
-
     // Exchanges texts with the other stream, and where they are passed on to, without a copy.
     void swap(TextStream& other) noexcept {
         std::swap(buffer, other.buffer);

@@ -3,9 +3,11 @@
 #include "frontend/lexer.h"
 #include "frontend/parser.h"
 #include "parsing.h"
+#include "ready_pages.h"
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -114,6 +116,40 @@ TEST(LargeSource, TokensAreMadeStepByStep) {
         ASSERT_EQ(tokens[index].text(), ";");
     }
     EXPECT_EQ(tokens.back().type, TokenType::EndOfInput);
+}
+
+constexpr std::size_t halfStep = fillingStep / 2;
+
+TEST(LargeMemory, ExpectedPagesAreReady) {
+    if (!startsWithoutPages()) GTEST_SKIP() << "the system makes pages one by one";
+    const auto memory = std::make_unique_for_overwrite<char[]>(4 * fillingStep);
+    EXPECT_FALSE(isReady(memory.get(), halfStep));
+    expectFilling(memory.get(), fillingStep);
+    EXPECT_TRUE(isReady(memory.get(), halfStep));
+    EXPECT_FALSE(isReady(memory.get(), 2 * fillingStep));
+    giveBack(memory.get(), fillingStep);
+    EXPECT_FALSE(isReady(memory.get(), halfStep));
+}
+
+// The room for tokens is guessed; what is never filled takes a step at most.
+TEST(LargeMemory, PagesOfTokensAreReadyStepByStep) {
+    if (!startsWithoutPages()) GTEST_SKIP() << "the system makes pages one by one";
+    RecordingConsole console;
+    Lexer lexer(std::string(std::size_t{1} << 20, ' '), console);
+    const std::vector<Token> tokens = lexer.tokenize();
+    ASSERT_EQ(tokens.size(), 1U);
+    ASSERT_GT(tokens.capacity() * sizeof(Token), 3 * fillingStep);
+    EXPECT_TRUE(isReady(tokens.data(), halfStep));
+    EXPECT_FALSE(isReady(tokens.data(), 2 * fillingStep));
+}
+
+TEST(LargeMemory, PagesOfTheTreeAreReady) {
+    if (!startsWithoutPages()) GTEST_SKIP() << "the system makes pages one by one";
+    Arena arena;
+    const std::byte* last = nullptr;
+    for (std::size_t count = 0; count < fillingStep; count += 64) // fills all smaller blocks
+        last = static_cast<const std::byte*>(arena.allocateBytes(64));
+    EXPECT_TRUE(isReady(last, fillingStep / 4));
 }
 
 TEST(LargeMemory, ExpectingChangesNothing) {

@@ -146,42 +146,45 @@ TEST(Arena, GoesOnInMemoryThatItMayReuse) {
     EXPECT_FALSE(isInside(arena.text(std::string(400, 'z')).data()));
 }
 
-TEST(Arena, PiecesThatFollowOneAnotherMakeOne) {
-    std::vector<std::uint64_t> words(100);
+// An arena that needs memory next.
+class FullArena : public testing::Test {
+protected:
+    FullArena() { arena.allocateBytes(firstBlock); }
+
+    void reuse(std::size_t word, std::size_t count) { arena.reuse(&words[word], count * 8); }
+    void expectNextAt(std::size_t word, std::size_t count) {
+        EXPECT_EQ(arena.allocateBytes(count * 8), static_cast<void*>(&words[word]));
+    }
+
+    std::vector<std::uint64_t> words = std::vector<std::uint64_t>(100);
     Arena arena;
-    arena.allocateBytes(firstBlock);
-    arena.reuse(words.data(), 80);
-    arena.reuse(words.data() + 10, 720);
-    EXPECT_EQ(arena.allocateBytes(800), static_cast<void*>(words.data()));
+};
+
+TEST_F(FullArena, PiecesThatFollowOneAnotherMakeOne) {
+    reuse(0, 10);
+    reuse(10, 90);
+    expectNextAt(0, 100);
 }
 
-TEST(Arena, GoesOnInTheLastOfSeveralPieces) {
-    std::vector<std::uint64_t> words(100);
-    Arena arena;
-    arena.allocateBytes(firstBlock);
-    arena.reuse(words.data(), 80);
-    arena.reuse(words.data() + 20, 80);
-    EXPECT_EQ(arena.allocateBytes(80), static_cast<void*>(words.data() + 20));
+TEST_F(FullArena, GoesOnInTheLastOfSeveralPieces) {
+    reuse(0, 10);
+    reuse(20, 10);
+    expectNextAt(20, 10);
 }
 
 // A piece waits for what fits into it.
-TEST(Arena, APieceIsKeptWhileWhatComesIsLarger) {
-    std::vector<std::uint64_t> words(100);
-    Arena arena;
-    arena.allocateBytes(firstBlock);
-    arena.reuse(words.data(), 800);
+TEST_F(FullArena, APieceIsKeptWhileWhatComesIsLarger) {
+    reuse(0, 100);
     arena.allocateBytes(2 * firstBlock); // fills the next block
-    EXPECT_EQ(arena.allocateBytes(800), static_cast<void*>(words.data()));
+    expectNextAt(0, 100);
 }
 
 // What needs much memory at once does not end the use of a piece.
-TEST(Arena, ALargeTextLeavesTheRestOfItsPieceInUse) {
-    std::vector<std::uint64_t> words(100);
-    Arena arena;
-    arena.reuse(words.data(), 800);
-    EXPECT_EQ(arena.allocateBytes(8), static_cast<void*>(words.data()));
+TEST_F(FullArena, ALargeTextLeavesTheRestOfItsPieceInUse) {
+    reuse(0, 100);
+    expectNextAt(0, 1);
     arena.allocateBytes(std::size_t{1} << 20);
-    EXPECT_EQ(arena.allocateBytes(8), static_cast<void*>(words.data() + 1));
+    expectNextAt(1, 1);
 }
 
 // A node that stands in the memory of an owner ends before it.
