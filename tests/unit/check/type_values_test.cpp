@@ -275,6 +275,16 @@ TEST(Methods, ChangeACopy) {
     EXPECT_EQ(said(inHandler("Counter c; c = c.more(); c.now();", counter)), "");
 }
 
+// The class that a loop names is its variable's, and behind the loop the name has its own again.
+TEST(Methods, OfAVariableThatALoopDeclares) {
+    const std::string classes =
+        "class Counter { value n; value more() { n = n + 1; return _this; } } class Other { } ";
+    EXPECT_EQ(said(inHandler("value all = {}; for (Counter c : all) { c.more(); }", classes)),
+              "changed-copy <c.more()> 'more' changes a copy of 'c', and the change is lost\n");
+    EXPECT_EQ(said(inHandler("Counter c; for (Other c : {1}) { alert(c); } c.more();", classes)),
+              "changed-copy <c.more()> 'more' changes a copy of 'c', and the change is lost\n");
+}
+
 TEST(DeepSources, ChainsAndLaddersAreWalkedInLoops) {
     std::string sum = "value v = 1";
     std::string ladder = "int n = 1; if (n == 0) { }";
